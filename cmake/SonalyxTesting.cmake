@@ -1,0 +1,22 @@
+# sonalyx_add_test(NAME SOURCES ... LIBS ... [GUI])
+# One GoogleTest program; each test case becomes a CTest test. GUI tests run under the
+# offscreen platform so they need no display.
+function(sonalyx_add_test name)
+  cmake_parse_arguments(ARG "GUI" "TIMEOUT" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gmock GTest::gtest_main)
+  target_compile_definitions(${name} PRIVATE
+    SONALYX_TEST_DATA_DIR="${SONALYX_TEST_DATA_DIR}"
+    SONALYX_SAMPLES_DIR="${SONALYX_SAMPLES_DIR}"
+    SONALYX_BINARY_DIR="${CMAKE_BINARY_DIR}")
+  set(env "LC_ALL=C.UTF-8")
+  if(ARG_GUI)
+    list(APPEND env "QT_QPA_PLATFORM=offscreen")
+  endif()
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  gtest_discover_tests(${name}
+    DISCOVERY_MODE PRE_TEST
+    PROPERTIES ENVIRONMENT "${env}" TIMEOUT ${ARG_TIMEOUT})
+endfunction()

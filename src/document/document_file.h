@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sonalyx {
+
+// Splits text into lines at CR LF or LF (a lone CR stays in its line); a final line ending
+// does not start another line.
+std::vector<std::string> splitLines(std::string_view text);
+// Joins lines, each ended by CR LF.
+std::string joinLines(const std::vector<std::string>& lines);
+
+// Reads a file as lines; nullopt when it cannot be read.
+std::optional<std::vector<std::string>> readDocumentLines(const std::string& path);
+
+// Writes lines (CR LF) so that the file is either wholly replaced or left as it was: the text
+// goes to a temporary file beside it which is then renamed over the target.
+bool writeDocumentLinesAtomically(const std::string& path, const std::vector<std::string>& lines);
+
+}  // namespace sonalyx

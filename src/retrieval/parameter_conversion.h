@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace sonalyx {
+
+// One received list item (or a single reply): its attribute/prefix byte and its body.
+struct ReplyItem {
+    int attribute = 0;
+    std::vector<std::uint8_t> body;
+};
+
+// Turns the parameter phase's replies into the rows of the "TORVE Parameters" section.
+// The receive engine owns one per run and calls it as the replies arrive.
+class ParameterConverter {
+  public:
+    // Forgets everything of a previous run.
+    void reset();
+    // The receiver's configuration code (5, 6, 7, 9, 10, 11) and band selector from "?EI".
+    void setConfiguration(int configCode, int bandSelector);
+
+    // "?SI": crossover and X-curve codes, kept for the speaker setting and X-curve rows.
+    void convertSystemInfo(std::span<const std::uint8_t> body);
+    // "?SP": the "* Speaker Setting" group with the crossover row. attribute is the reply's
+    // attribute byte (the subwoofer mode).
+    void convertSpeakerSetting(int attribute, std::span<const std::uint8_t> body,
+                               std::vector<std::string>& lines);
+    // "?EQALL": records[g * recordsPerGroup + r] is record r of group (memory) g;
+    // groupAttributes[g] is the memory number. Writes "* Acoustic Cal EQ", then "* X-Curve".
+    void convertEqList(const std::vector<ReplyItem>& records, int recordsPerGroup,
+                       const std::vector<int>& groupAttributes, std::vector<std::string>& lines);
+    // "?DLALL", "?LVALL", "?STALL": one item per memory, attribute = memory number.
+    void convertDistanceList(const std::vector<ReplyItem>& items, std::vector<std::string>& lines);
+    void convertLevelList(const std::vector<ReplyItem>& items, std::vector<std::string>& lines);
+    void convertStandingWaveList(const std::vector<ReplyItem>& items,
+                                 std::vector<std::string>& lines);
+
+    // The single-channel fallback when "?EQALL" is refused: "?DL", "?LV", then "?EQ<code>"
+    // for each present channel (channelIndex 0..14 of the fallback code table), then the end.
+    void convertSingleDistance(const ReplyItem& reply, std::vector<std::string>& lines);
+    void convertSingleLevel(const ReplyItem& reply, std::vector<std::string>& lines);
+    void convertSingleEq(int channelIndex, const ReplyItem& reply, std::vector<std::string>& lines);
+    void finishFallback(std::vector<std::string>& lines);
+    // Whether the speaker setting marks fallback channel index 0..14 present (index 6 when its
+    // setting value is 1 or 3; 9, 10 and 13 never).
+    bool fallbackChannelPresent(int channelIndex) const;
+
+  private:
+    int configCode_ = 0;
+    int bandSelector_ = 0;
+    int crossoverCode_ = 0;
+    int xCurveCode_ = 0;
+    int subwooferMode_ = 0;
+    std::vector<std::uint8_t> speakerSetting_;
+};
+
+}  // namespace sonalyx
