@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "document/channel_name.h"
 #include "document/document_loader.h"
 #include "document/document_writer.h"
 #include "document/speaker_layout.h"
@@ -173,7 +174,7 @@ std::vector<std::string> parameterLines(int layout, const SampleStyle& style) {
     ParameterConverter converter;
     converter.reset();
     converter.setConfiguration(layout, style.bandSelector);
-    std::vector<std::string> lines = {"", "[FILEMEMO]", "Receiver firmware 1.42", ""};
+    std::vector<std::string> lines;
     converter.convertSystemInfo(emulator::systemInfoReply(profile).body);
     const emulator::Reply sp = emulator::speakerSettingReply(profile);
     converter.convertSpeakerSetting(sp.attribute, sp.body, lines);
@@ -209,6 +210,8 @@ std::vector<std::string> makeSampleDocument(int layout) {
     doc.groupDelayLines = groupDelayLines(layout);
     doc.groupDelayChannelLine = doc.groupDelayLines[4];
     doc.parameterLines = parameterLines(layout, style);
+    doc.fileMemos[kGroupDelaySection] = {"Measured after moving the subwoofer"};
+    doc.fileMemos[kParametersSection] = {"Receiver firmware 1.42"};
 
     // Written once, read back and written again: the reader computes the groups and turns
     // distances into display text, and the shipped file is the writer's fixed point.
