@@ -99,6 +99,13 @@ TMainForm::TMainForm(MainFormOptions options, QWidget* parent)
 
 TMainForm::~TMainForm() {
     qApp->removeEventFilter(this);
+    // The document windows go with the frame's base classes; nothing of this class may be
+    // reached from their signals by then.
+    disconnect(mdiArea_, nullptr, this, nullptr);
+    for (QMdiSubWindow* window : mdiArea_->subWindowList()) {
+        disconnect(window, nullptr, this, nullptr);
+    }
+    disconnect(qApp, nullptr, this, nullptr);
     delete splash_.data();
 }
 
@@ -382,6 +389,7 @@ TMDIChild* TMainForm::ActiveDocument() const {
 
 TMDIChild* TMainForm::CreateDocumentWindow(const QString& caption) {
     auto* child = new TMDIChild(caption, messenger_, fileDialogs_);
+    child->setWindowIcon(windowIcon());
     mdiArea_->addSubWindow(child);
     connect(child, &TMDIChild::SavedAs, this, &TMainForm::AddToHistory);
     connect(child, &TMDIChild::ModifiedChanged, this, &TMainForm::UpdateStatus);

@@ -95,9 +95,24 @@ void CurvePreview::drawFrame(QPainter& painter, const QRectF& plot) const {
     painter.setFont(font);
     painter.setPen(kAxisText);
     const QFontMetricsF metrics(font);
-    painter.drawText(QPointF(plot.right() - metrics.horizontalAdvance(xTitle_),
-                             plot.bottom() + metrics.ascent() + 2),
-                     xTitle_);
+    // Values at the ends of both axes, titles beside them.
+    const auto number = [](double value) {
+        return std::abs(value) >= 1000 ? QString::number(value / 1000, 'g', 3) + QLatin1Char('k')
+                                       : QString::number(value, 'g', 4);
+    };
+    for (int i = 0; i <= ySteps_; i += std::max(1, ySteps_ / 2)) {
+        const double value = y_.min + (y_.max - y_.min) * i / ySteps_;
+        const double y = plot.bottom() - plot.height() * i / ySteps_;
+        painter.drawText(QRectF(0, y - metrics.height() / 2, plot.left() - 3, metrics.height()),
+                         Qt::AlignRight | Qt::AlignVCenter, number(value));
+    }
+    const double below = plot.bottom() + metrics.ascent() + 2;
+    painter.drawText(QPointF(plot.left(), below), number(x_.min));
+    const QString last = number(x_.max);
+    painter.drawText(QPointF(plot.right() - metrics.horizontalAdvance(last), below), last);
+    const QString xTitle = xTitle_;
+    painter.drawText(QPointF(plot.center().x() - metrics.horizontalAdvance(xTitle) / 2, below),
+                     xTitle);
     painter.drawText(QPointF(plot.left() + 4, plot.top() + metrics.ascent()), yTitle_);
 }
 
@@ -122,10 +137,14 @@ void CurvePreview::drawSeries(QPainter& painter, const QRectF& plot) const {
 void CurvePreview::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), kBack);
-    const QFontMetrics metrics(font());
+    QFont small = font();
+    small.setPointSizeF(std::max(6.0, small.pointSizeF() - 1.5));
+    const QFontMetricsF metrics(small);
+    const double numberWidth = std::max(metrics.horizontalAdvance(QString::number(y_.max, 'g', 4)),
+                                        metrics.horizontalAdvance(QString::number(y_.min, 'g', 4)));
     const double depthRoom = depth_ ? std::max<qsizetype>(series_.size() - 1, 0) : 0;
-    QRectF plot = QRectF(rect()).adjusted(6, 6 + depthRoom * -kDepthStep.y(),
-                                          -6 - depthRoom * kDepthStep.x(), -metrics.height() - 2);
+    QRectF plot = QRectF(rect()).adjusted(numberWidth + 8, 8 + depthRoom * -kDepthStep.y(),
+                                          -8 - depthRoom * kDepthStep.x(), -metrics.height() - 4);
     if (plot.width() < 10 || plot.height() < 10) {
         plot = QRectF(rect()).adjusted(4, 4, -4, -4);
     }

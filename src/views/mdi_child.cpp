@@ -467,30 +467,60 @@ void TMDIChild::FillGroupDelay() {
 void TMDIChild::FillParameters() {
     std::vector<std::string> lines = document_.parameterLines;
     sonalyx::ParameterGrid grid;
-    const bool parsed = sonalyx::ParseParameterRows(lines, grid) && grid.rowCount() > 0;
-    parameterTable_->clear();
-    parameterTable_->setRowCount(parsed ? grid.rowCount() : 0);
-    parameterTable_->setColumnCount(sonalyx::kParameterColumns);
+    const bool parsed = sonalyx::ParseParameterRows(lines, grid);
+    // The sheet starts at its first block heading; blank rows and columns carry nothing.
+    std::vector<int> rows;
+    std::vector<bool> usedColumn(sonalyx::kParameterColumns, false);
+    bool started = false;
     for (int r = 0; parsed && r < grid.rowCount(); ++r) {
-        const QString first = fromBytes(grid.cell(r, 0));
-        const bool heading = first.startsWith(QLatin1Char('*'));
+        started = started || grid.cell(r, 0).rfind("* ", 0) == 0;
+        bool empty = true;
         for (int c = 0; c < sonalyx::kParameterColumns; ++c) {
-            auto* item = new QTableWidgetItem(fromBytes(grid.cell(r, c)));
+            empty = empty && grid.cell(r, c).empty();
+        }
+        if (!started || empty) {
+            continue;
+        }
+        rows.push_back(r);
+        for (int c = 0; c < sonalyx::kParameterColumns; ++c) {
+            usedColumn[c] = usedColumn[c] || !grid.cell(r, c).empty();
+        }
+    }
+    std::vector<int> columns;
+    for (int c = 0; c < sonalyx::kParameterColumns; ++c) {
+        if (usedColumn[c]) {
+            columns.push_back(c);
+        }
+    }
+    parameterTable_->clear();
+    parameterTable_->clearSpans();
+    parameterTable_->setRowCount(static_cast<int>(rows.size()));
+    parameterTable_->setColumnCount(static_cast<int>(columns.size()));
+    parameterTable_->verticalHeader()->setDefaultSectionSize(
+        parameterTable_->fontMetrics().height() + 8);
+    for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
+        const int r = rows[i];
+        const bool heading = grid.cell(r, 0).rfind("* ", 0) == 0;
+        for (int j = 0; j < static_cast<int>(columns.size()); ++j) {
+            auto* item = new QTableWidgetItem(fromBytes(grid.cell(r, columns[j])));
             if (heading) {
                 QFont font = item->font();
                 font.setBold(true);
                 item->setFont(font);
                 item->setBackground(QColor(0xdd, 0xe6, 0xf2));
             }
-            item->setTextAlignment(c == 0 ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter);
-            parameterTable_->setItem(r, c, item);
+            item->setTextAlignment(j == 0 ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter);
+            parameterTable_->setItem(i, j, item);
         }
-        if (heading) {
-            parameterTable_->setSpan(r, 0, 1, sonalyx::kParameterColumns);
+        if (heading && !columns.empty()) {
+            parameterTable_->setSpan(i, 0, 1, static_cast<int>(columns.size()));
         }
     }
     parameterTable_->resizeColumnsToContents();
-    sectionPages_[sonalyx::kParametersSection]->setCurrentIndex(parsed ? 0 : 1);
+    for (int j = 1; j < parameterTable_->columnCount(); ++j) {
+        parameterTable_->setColumnWidth(j, std::max(parameterTable_->columnWidth(j), 64));
+    }
+    sectionPages_[sonalyx::kParametersSection]->setCurrentIndex(rows.empty() ? 1 : 0);
 }
 
 void TMDIChild::UpdatePanel1() {
