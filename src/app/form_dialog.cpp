@@ -99,10 +99,11 @@ void TFormDialog::LayOutSingleButton() {
 int TFormDialog::ShrinkFactor(const QString& message, const QString& secondLine) {
     const auto length1 = message.size();
     const auto length2 = secondLine.size();
-    if (length1 < kLabel1Width / 2 && length2 < kLabel2Width / 2) {
+    // Characters against pixels, compared without rounding the halves and thirds down.
+    if (2 * length1 < kLabel1Width && 2 * length2 < kLabel2Width) {
         return 2;
     }
-    if (length1 < kLabel1Width / 3 && length2 < kLabel2Width / 3) {
+    if (3 * length1 < kLabel1Width && 3 * length2 < kLabel2Width) {
         return 3;
     }
     return 1;
