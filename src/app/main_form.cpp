@@ -102,8 +102,8 @@ TMainForm::~TMainForm() {
     // The document windows go with the frame's base classes; nothing of this class may be
     // reached from their signals by then.
     disconnect(mdiArea_, nullptr, this, nullptr);
-    for (QMdiSubWindow* window : mdiArea_->subWindowList()) {
-        disconnect(window, nullptr, this, nullptr);
+    for (TMDIChild* child : findChildren<TMDIChild*>()) {
+        disconnect(child, nullptr, this, nullptr);
     }
     disconnect(qApp, nullptr, this, nullptr);
     delete splash_.data();
