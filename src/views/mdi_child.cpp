@@ -152,6 +152,7 @@ QWidget* TMDIChild::BuildReverbTab() {
     scrollBox1_->setWidget(cardHost_);
 
     auto* pages = new QStackedWidget(tab);
+    pages->setObjectName(QStringLiteral("SectionPages"));
     pages->addWidget(scrollBox1_);
     pages->addWidget(BuildNoDataLabel(tab));
     sectionPages_[sonalyx::kReverbSection] = pages;
@@ -202,6 +203,7 @@ QWidget* TMDIChild::BuildGroupDelayTab() {
     pageLayout->addWidget(groupDelayTable_, 2);
 
     auto* pages = new QStackedWidget(tab);
+    pages->setObjectName(QStringLiteral("SectionPages"));
     pages->addWidget(page);
     pages->addWidget(BuildNoDataLabel(tab));
     sectionPages_[sonalyx::kGroupDelaySection] = pages;
@@ -224,6 +226,7 @@ QWidget* TMDIChild::BuildParametersTab() {
     parameterTable_->setWordWrap(false);
 
     auto* pages = new QStackedWidget(tab);
+    pages->setObjectName(QStringLiteral("SectionPages"));
     pages->addWidget(parameterTable_);
     pages->addWidget(BuildNoDataLabel(tab));
     sectionPages_[sonalyx::kParametersSection] = pages;
