@@ -112,21 +112,22 @@ constexpr std::array<int, 33> kStandingWaveHertz = {
 
 // The fallback's single-channel codes by index (FL, FR, SL, SR, CT, SBL, SBR, SPBL, SPBR, -, -,
 // EXSL, EXSR, -, TS) as channel ids; index 5 is the lone surround back in configuration 6.
-constexpr std::array<int, 15> kFallbackChannelIds = {kLeft,
-                                                     kRight,
-                                                     kSurroundLeftA,
-                                                     kSurroundRightA,
-                                                     kCenter,
-                                                     kSurrBackLeft,
-                                                     kSurrBackRight,
-                                                     kSpeakerBLeft,
-                                                     kSpeakerBRight,
-                                                     -1,
-                                                     -1,
-                                                     kSurroundLeftB,
-                                                     kSurroundRightB,
-                                                     -1,
-                                                     kTopSurround};
+constexpr std::array<int, ParameterConverter::kFallbackChannelCount> kFallbackChannelIds = {
+    kLeft,
+    kRight,
+    kSurroundLeftA,
+    kSurroundRightA,
+    kCenter,
+    kSurrBackLeft,
+    kSurrBackRight,
+    kSpeakerBLeft,
+    kSpeakerBRight,
+    -1,
+    -1,
+    kSurroundLeftB,
+    kSurroundRightB,
+    -1,
+    kTopSurround};
 
 constexpr std::string_view kNineBandHeading =
     "63Hz,125Hz,250Hz,500Hz,1kHz,2kHz,4kHz,8kHz,16kHz,Trim";
@@ -269,6 +270,15 @@ int ParameterConverter::fallbackChannelId(int channelIndex) const {
         return -1;
     const int id = kFallbackChannelIds[static_cast<std::size_t>(channelIndex)];
     return id == kSurrBackLeft && configCode_ == 6 ? static_cast<int>(kSurrBack) : id;
+}
+
+std::string_view ParameterConverter::fallbackChannelCode(int channelIndex) {
+    static constexpr std::array<std::string_view, kFallbackChannelCount> kCodes = {
+        "FL",   "FR", "SL", "SR",   "CT",   "SBL", "SBR", "SPBL",
+        "SPBR", "",   "",   "EXSL", "EXSR", "",    "TS"};
+    if (channelIndex < 0 || channelIndex >= kFallbackChannelCount)
+        return {};
+    return kCodes[static_cast<std::size_t>(channelIndex)];
 }
 
 std::vector<int> ParameterConverter::mainChannels() const {
