@@ -64,9 +64,9 @@ std::string upperHex(int value) {
     return text;
 }
 
-// printf's "%02d": at least two characters, zero-padded after any sign.
+// "%02d" of a value that is never negative.
 void appendTwoDigits(std::string& out, long long value) {
-    if (value >= 0 && value < 10)
+    if (value < 10)
         out += '0';
     appendInt(out, value);
 }
@@ -325,6 +325,9 @@ std::string ParameterConverter::distanceCell(int channelId, std::span<const std:
 }
 
 std::string ParameterConverter::formatDistance(long long v, int unit) {
+    // Only a negative multiplier gets here; no unit has a text for a negative distance.
+    if (v < 0)
+        return std::string(kAbsentCell);
     std::string cell = ",";
     switch (unit) {
         case 0:

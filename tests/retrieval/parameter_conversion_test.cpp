@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <clocale>
+#include <memory>
 
 #include "document/channel_name.h"
 #include "document/document_loader.h"
@@ -207,6 +209,20 @@ TEST(ParameterDistance, MetricUnits) {
     EXPECT_EQ(leftDistance(2, 34567), ",3.45m");
     EXPECT_EQ(leftDistance(0, 150, 3), ",4.50m");
     EXPECT_EQ(leftDistance(7, 150), ",---");
+    EXPECT_EQ(leftDistance(0, 150, -1), ",---");
+}
+
+TEST(ParameterDistance, NumbersIgnoreTheDesktopLocale) {
+    const char* previous = std::setlocale(LC_ALL, nullptr);
+    const std::string saved = previous ? previous : "C";
+    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr)
+        GTEST_SKIP() << "no German locale installed";
+    const std::string metres = leftDistance(0, 345);
+    Lines lines;
+    ParameterConverter().convertStandingWaveList({{1, Bytes(28, 1)}}, lines);
+    std::setlocale(LC_ALL, saved.c_str());
+    EXPECT_EQ(metres, ",3.45m");
+    EXPECT_EQ(lines[6], "Q,2.2,2.2,2.2,,Q,2.2,2.2,2.2,,Q,2.2,2.2,2.2");
 }
 
 TEST(ParameterDistance, AbsentValuesAndMissingOffsets) {
