@@ -30,9 +30,12 @@
 //   EQALL record r of a memory: channel r of the configuration's order; the reply's attribute
 //       is the memory's curve (0 All Ch Adjust, 1 Front Ch Align, 2 Custom1, 3 Custom2); the
 //       body holds one signed half-decibel byte per band (nine, or five for the six-value band
-//       sets) followed by the trim byte. "?EQ<code>" answers one such record.
-//   DLALL item / "?DL": byte 0 signed multiplier, byte 1 unit code, then the distances; a raw
-//       value of 0xFF (one-byte layout) or 0xFFFF (16-bit layout) marks a distance as absent.
+//       sets) followed by the trim byte. "?EQ<code>" answers one such record. Below
+//       configuration 8 the surround rows read "Surround L" and "Surround R".
+//   DLALL item / "?DL": byte 0 signed multiplier, byte 1 unit code, then the distances (one
+//       byte each in a 12-byte item, big-endian 16-bit values otherwise); a raw value of 0xFF
+//       (one-byte layout) or 0xFFFF (16-bit layout) marks a distance as absent, and so do an
+//       unknown unit code and a negative product.
 //   LVALL item / "?LV": one signed half-decibel byte per channel at the index table's offsets,
 //       whatever the item length; an index beyond the body reads as absent.
 namespace sonalyx {
