@@ -11,7 +11,6 @@ namespace sonalyx {
 namespace {
 
 constexpr int kBandRecordBytes = 64;
-constexpr int kGroupDelayBodyBytes = 131;
 
 constexpr std::string_view kTimeRow =
     "Time[msec],5,10,15,20,25,30,35,40,45,50,55,60,65,70,75,80,85,90,95,100,105,110,115,120,125,"

@@ -336,6 +336,16 @@ TEST(ReceiveErrorReply, TheEqListRefusedThreeTimesFallsBackToSingleChannels) {
     EXPECT_TRUE(contains(h.observer.result.lines, "* Acoustic Cal EQ"));
 }
 
+TEST(ReceiveErrorReply, ASingleChannelQueryOfTheFallbackIsRepeatedLikeAnyKeptCommand) {
+    ReceiveHarness h;
+    h.receiver.refusals["?EQALL"] = -1;
+    h.receiver.refusals["?EQFL"] = 2;
+    ASSERT_TRUE(h.start());
+    h.runToEnd();
+    expectSucceeded(h);
+    EXPECT_EQ(countOf(h.link.commands(), "?EQFL"), 3);
+}
+
 TEST(ReceiveErrorReply, TheEqListRefusedTwiceIsTakenOnTheThirdAsk) {
     ReceiveHarness h;
     h.receiver.refusals["?EQALL"] = 2;
