@@ -689,8 +689,7 @@ void ReceiveEngine::handleReverbBody(const std::vector<std::uint8_t>& body) {
     SendNextCommand();
 }
 
-// The extended probe's reply counts as the measured front-left block, so it moves on to the
-// after variant like any other.
+// With after-calibration data a channel's measured and after blocks share one number.
 void ReceiveEngine::advanceReverbBlock() {
     if (!afterAvailable_) {
         ++dataNumber_;
