@@ -171,6 +171,7 @@ std::vector<std::string> parameterLines(int layout, const SampleStyle& style) {
     profile.speakerSettingLength = layout == 5 ? 5 : (layout == 9 ? 6 : 9);
     profile.distanceUnit = layout == 7 ? 3 : (layout == 9 ? 1 : 0);
     profile.xCurveCode = layout == 11 ? 7 : 2;
+    profile.levelItemLength = layout >= 10 ? 15 : 10;
     ParameterConverter converter;
     converter.reset();
     converter.setConfiguration(layout, style.bandSelector);
