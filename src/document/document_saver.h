@@ -39,6 +39,9 @@ class DocumentSaver {
     CloseDecision closeQuery(MeasurementDocument& doc);
 
   private:
+    enum class SaveAsResult { Saved, Cancelled, Failed };
+    SaveAsResult trySaveAs(MeasurementDocument& doc);
+
     Messenger& messenger_;
     FileChooser& chooser_;
 };

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sonalyx {
@@ -48,13 +49,53 @@ class ParameterConverter {
     // setting value is 1 or 3; 9, 10 and 13 never).
     bool fallbackChannelPresent(int channelIndex) const;
 
+    // Whether the speaker setting marks a channel (by channel id) present.
+    bool channelPresent(int channelId) const;
+    // The channel id the fallback asks for at channelIndex, or -1 for the unused indexes.
+    int fallbackChannelId(int channelIndex) const;
+
   private:
+    using FilterCellText = std::string (*)(std::span<const std::uint8_t>, std::size_t);
+
+    int settingByte(int index) const;
+    int frontSize() const;
+    int surroundSize() const;
+    int centerSize() const;
+    int surrBackSize() const;
+    int subwooferCode() const;
+    int speakerBSize() const;
+    int surroundBSize() const;
+    int topSurrSize() const;
+    std::string subwooferText() const;
+    bool subwooferPresent() const;
+    bool twoSubwoofers() const;
+    std::vector<int> mainChannels() const;
+    std::vector<int> channelsWithSubwoofers() const;
+
+    static std::string distanceCell(int channelId, std::span<const std::uint8_t> body);
+    static std::string formatDistance(long long v, int unit);
+    std::string levelCell(int channelId, std::span<const std::uint8_t> body) const;
+    static std::string memoryHeading(const std::vector<ReplyItem>& items);
+
+    static void appendStandingWaveBlock(const ReplyItem& item, std::vector<std::string>& lines);
+    static std::string filterRow(std::string_view label, std::span<const std::uint8_t> body,
+                                 int byteInFilter, FilterCellText cellText);
+
+    std::string_view bandHeading() const;
+    int eqBandCount() const;
+    std::string eqChannelLabel(int channelId) const;
+    std::string eqRow(int channelId, std::span<const std::uint8_t> body) const;
+    static std::string curveRow(int curveCode);
+    void startFallbackEq(std::vector<std::string>& lines);
+    void appendXCurve(std::vector<std::string>& lines) const;
+
     int configCode_ = 0;
     int bandSelector_ = 0;
     int crossoverCode_ = 0;
     int xCurveCode_ = 0;
     int subwooferMode_ = 0;
     std::vector<std::uint8_t> speakerSetting_;
+    bool fallbackEqStarted_ = false;
 };
 
 }  // namespace sonalyx

@@ -19,6 +19,8 @@ struct ParameterProfile {
     int memoryCount = 6;           // items per list reply
     int xCurveCode = 2;
     int crossoverCode = 1;
+    int surrBackSize = -1;  // SP byte 3; -1: what the configuration has (5: 0, 6: 2, else 1)
+    int subwooferCode = 1;  // SP byte 4
 };
 
 struct Reply {

@@ -1,0 +1,22 @@
+#include "cli_usage.h"
+
+#include <iostream>
+
+namespace sonalyx {
+
+const char* cliUsage() {
+    return "usage:\n"
+           "  sonalyx-cli receive --port PORT [--data reverb,groupdelay,parameters]\n"
+           "                      [--parameters-only] [--tick-ms N] [--raw] -o FILE\n"
+           "  sonalyx-cli convert IN -o OUT\n"
+           "exit status: 0 done, 1 failed with a message, 2 usage error\n";
+}
+
+int usageError(const std::string& problem) {
+    if (!problem.empty())
+        std::cerr << "sonalyx-cli: " << problem << '\n';
+    std::cerr << cliUsage();
+    return 2;
+}
+
+}  // namespace sonalyx

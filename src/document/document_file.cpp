@@ -1,0 +1,98 @@
+#include "document_file.h"
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <system_error>
+
+namespace sonalyx {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> splitLines(std::string_view text) {
+    std::vector<std::string> lines;
+    size_t start = 0;
+    while (start < text.size()) {
+        size_t end = text.find('\n', start);
+        const size_t next = end == std::string_view::npos ? text.size() : end + 1;
+        if (end == std::string_view::npos)
+            end = text.size();
+        size_t stop = end;
+        if (stop > start && text[stop - 1] == '\r' && end != text.size())
+            --stop;
+        lines.emplace_back(text.substr(start, stop - start));
+        start = next;
+    }
+    return lines;
+}
+
+std::string joinLines(const std::vector<std::string>& lines) {
+    size_t size = 0;
+    for (const auto& line : lines)
+        size += line.size() + 2;
+    std::string text;
+    text.reserve(size);
+    for (const auto& line : lines) {
+        text += line;
+        text += "\r\n";
+    }
+    return text;
+}
+
+std::optional<std::vector<std::string>> readDocumentLines(const std::string& path) {
+    std::error_code ec;
+    if (!fs::is_regular_file(path, ec))
+        return std::nullopt;
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        return std::nullopt;
+    std::string text;
+    const auto size = fs::file_size(path, ec);
+    if (!ec)
+        text.reserve(static_cast<size_t>(size));
+    text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    if (in.bad())
+        return std::nullopt;
+    return splitLines(text);
+}
+
+namespace {
+fs::path temporaryPathBeside(const fs::path& target) {
+    std::random_device rd;
+    const auto tag = std::to_string(rd() % 1000000);
+    return target.parent_path() / ("." + target.filename().string() + ".saving-" + tag);
+}
+}  // namespace
+
+bool writeDocumentLinesAtomically(const std::string& path, const std::vector<std::string>& lines) {
+    const fs::path target(path);
+    std::error_code ec;
+    if (fs::is_directory(target, ec))
+        return false;
+    const fs::path temp = temporaryPathBeside(target);
+    {
+        std::ofstream out(temp, std::ios::binary | std::ios::trunc);
+        if (!out)
+            return false;
+        const std::string text = joinLines(lines);
+        out.write(text.data(), static_cast<std::streamsize>(text.size()));
+        out.flush();
+        if (!out) {
+            out.close();
+            fs::remove(temp, ec);
+            return false;
+        }
+    }
+    // Keep the permissions of the file being replaced.
+    const auto status = fs::status(target, ec);
+    if (!ec && fs::exists(status))
+        fs::permissions(temp, status.permissions(), ec);
+    fs::rename(temp, target, ec);
+    if (ec) {
+        fs::remove(temp, ec);
+        return false;
+    }
+    return true;
+}
+
+}  // namespace sonalyx

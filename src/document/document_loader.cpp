@@ -1,0 +1,435 @@
+#include "document_loader.h"
+
+#include <algorithm>
+#include <charconv>
+#include <initializer_list>
+#include <unordered_map>
+
+#include "channel_name.h"
+#include "parameter_rows.h"
+#include "speaker_layout.h"
+#include "text_format.h"
+
+namespace sonalyx {
+
+namespace {
+
+constexpr std::string_view kGroupDelayTitle = "Group Delay Characteristics";
+constexpr std::string_view kParametersTitle = "TORVE Parameters";
+constexpr size_t kLongestField = 256;  // a field this long or longer reads as 0
+
+bool isSectionTitle(std::string_view line, std::string_view title) {
+    return !line.empty() && (line[0] == ' ' || line[0] == '"') &&
+           line.find(title) != std::string_view::npos;
+}
+
+// First line of each bracketed marker. Every marker the reader looks for ends with its only
+// ']', so "the first line that begins with the marker" is the first line whose text up to its
+// first ']' equals the marker: one pass over the file answers every search.
+class MarkerIndex {
+  public:
+    MarkerIndex(const std::vector<std::string>& lines, size_t begin, size_t end) {
+        for (size_t i = begin; i < end; ++i) {
+            const std::string& line = lines[i];
+            if (line.empty() || line[0] != '[')
+                continue;
+            const size_t close = line.find(']');
+            if (close == std::string::npos)
+                continue;
+            first_.emplace(std::string_view(line.data(), close + 1), i);
+        }
+    }
+    // Index of the first line beginning with marker, or -1.
+    long find(std::string_view marker) const {
+        const auto it = first_.find(marker);
+        return it == first_.end() ? -1 : static_cast<long>(it->second);
+    }
+
+  private:
+    std::unordered_map<std::string_view, size_t> first_;
+};
+
+struct MemoEnd {
+    std::initializer_list<std::string_view> prefixes;
+    bool groupDelayTitle = false;
+
+    bool matches(std::string_view line) const {
+        for (std::string_view p : prefixes) {
+            if (startsWith(line, p))
+                return true;
+        }
+        return groupDelayTitle && isSectionTitle(line, kGroupDelayTitle);
+    }
+};
+
+// Up to 20 lines after the marker, to the block's terminator; trailing commas and the block's
+// trailing empty lines are not part of the memo.
+Memo readMemo(const std::vector<std::string>& lines, long marker, size_t end, const MemoEnd& stop) {
+    Memo memo;
+    if (marker < 0)
+        return memo;
+    for (size_t i = static_cast<size_t>(marker) + 1; i < end && memo.size() < kMaxMemoLines; ++i) {
+        const std::string& line = lines[i];
+        if (stop.matches(line))
+            break;
+        if (line.empty() && i + 1 < end && stop.matches(lines[i + 1]))
+            break;
+        memo.emplace_back(trimTrailingCommas(line));
+    }
+    while (!memo.empty() && memo.back().empty())
+        memo.pop_back();
+    return memo;
+}
+
+std::string markerText(std::string_view prefix, int number, std::string_view suffix) {
+    std::string marker(prefix);
+    appendInt(marker, number);
+    marker += suffix;
+    return marker;
+}
+
+// Fields of a list line ([CHANNEL], [BAND]) without the padding a spreadsheet adds.
+std::vector<std::string> listItems(const std::vector<std::string>& lines, long marker,
+                                   size_t limit) {
+    std::vector<std::string> items;
+    if (marker < 0 || static_cast<size_t>(marker) + 1 >= lines.size())
+        return items;
+    const std::string_view line = trimTrailingCommas(lines[static_cast<size_t>(marker) + 1]);
+    if (line.empty())
+        return items;
+    items = splitFields(line);
+    if (items.size() > limit)
+        items.resize(limit);
+    return items;
+}
+
+// One decimal field of a data row: leading blanks, an optional sign, the number.
+float readValue(const char* first, const char* last) {
+    if (static_cast<size_t>(last - first) >= kLongestField)
+        return 0.0f;
+    while (first < last && *first == ' ')
+        ++first;
+    bool negative = false;
+    if (first < last && (*first == '-' || *first == '+')) {
+        negative = *first == '-';
+        ++first;
+    }
+    double value = 0.0;
+    const auto result = std::from_chars(first, last, value, std::chars_format::general);
+    if (result.ec != std::errc() || value != value || value > 3.4e38 || value < -3.4e38) {
+        return 0.0f;
+    }
+    return static_cast<float>(negative ? -value : value);
+}
+
+// A band row: a label, then up to 32 values; missing values stay 0.
+void readBandRow(std::string_view row, Curve& curve) {
+    curve.fill(0.0f);
+    size_t pos = row.find(',');
+    if (pos == std::string_view::npos)
+        return;
+    const char* p = row.data() + pos + 1;
+    const char* const end = row.data() + row.size();
+    for (int t = 0; t < kTimePoints; ++t) {
+        const char* comma = std::find(p, end, ',');
+        curve[t] = readValue(p, comma);
+        if (comma == end)
+            return;
+        p = comma + 1;
+    }
+}
+
+int reverbTypeFrom(const std::vector<std::string>& items) {
+    if (items.size() < 2 || items[0] != "EQ ON")
+        return 0;
+    const std::string& word = items[1];
+    if (word == "SYMMETRY")
+        return 1;
+    if (word == "ALL CH ADJUST")
+        return 2;
+    if (word == "FRONT ALIGN" || word == "FRONT ALIGN SYMMETRY")
+        return 3;
+    if (word == "CUSTOM")
+        return 5;
+    return 0;
+}
+
+class Loader {
+  public:
+    Loader(MeasurementDocument& doc, const std::vector<std::string>& lines)
+        : doc_(doc), lines_(lines), index_(lines, 0, lines.size()) {}
+
+    void loadReverbSection() {
+        if (!doc_.isNewData()) {
+            doc_.fileMemos[kReverbSection] = readMemo(lines_, index_.find("[FILEMEMO]"),
+                                                      lines_.size(), {{"[MEMO", "[CHANNEL]"}});
+        }
+        readChannels();
+        readBands();
+        for (int k = 1; k <= doc_.channelCount; ++k)
+            readDataBlocks(k);
+        collectPositionsWithData();
+        readReverbType();
+        computeGroupValues(doc_, 0);
+        computeGroupValues(doc_, 1);
+        readGroupMemos();
+        doc_.sectionLoaded[kReverbSection] = true;
+    }
+
+    void loadGroupDelaySection() {
+        const size_t n = lines_.size();
+        size_t title = 0;
+        while (title < n && !isSectionTitle(lines_[title], kGroupDelayTitle))
+            ++title;
+        if (title == n)
+            return;
+        size_t end = title + 1;
+        while (end < n && !isSectionTitle(lines_[end], kParametersTitle))
+            ++end;
+        doc_.groupDelayLines.assign(lines_.begin() + static_cast<long>(title) + 1,
+                                    lines_.begin() + static_cast<long>(end));
+        const auto& kept = doc_.groupDelayLines;
+        const MarkerIndex keptIndex(kept, 0, kept.size());
+        doc_.fileMemos[kGroupDelaySection] =
+            readMemo(kept, keptIndex.find("[FILEMEMO]"), kept.size(), {{"[CHANNEL]"}});
+        const long channel = keptIndex.find("[CHANNEL]");
+        if (channel >= 0 && static_cast<size_t>(channel) + 1 < kept.size()) {
+            doc_.groupDelayChannelLine = kept[static_cast<size_t>(channel) + 1];
+        }
+        parseGroupDelay(doc_);
+        doc_.sectionLoaded[kGroupDelaySection] = true;
+    }
+
+    void loadParametersSection() {
+        const size_t n = lines_.size();
+        size_t title = 0;
+        while (title < n && !isSectionTitle(lines_[title], kParametersTitle))
+            ++title;
+        if (title == n)
+            return;
+        doc_.parameterLines.assign(lines_.begin() + static_cast<long>(title) + 1, lines_.end());
+        const auto& kept = doc_.parameterLines;
+        const MarkerIndex keptIndex(kept, 0, kept.size());
+        doc_.fileMemos[kParametersSection] =
+            readMemo(kept, keptIndex.find("[FILEMEMO]"), kept.size(), {{"* Speaker Setting"}});
+        ParameterGrid grid;
+        doc_.sectionLoaded[kParametersSection] = ParseParameterRows(doc_.parameterLines, grid);
+    }
+
+  private:
+    void readChannels() {
+        const long marker = index_.find("[CHANNEL]");
+        if (marker < 0) {
+            const SpeakerLayout& layout = defaultLayout();
+            for (int id : layout.channelIds)
+                doc_.channelNames.emplace_back(channelName(id).shortName);
+        } else {
+            doc_.channelNames = listItems(lines_, marker, kMaxPositions);
+        }
+        for (const std::string& name : doc_.channelNames) {
+            const int id = channelIdByAnyName(name);
+            doc_.channelLongNames.emplace_back(id >= 0 ? channelName(id).longName : name);
+            channelIds_.push_back(id);
+        }
+        doc_.channelCount = static_cast<int>(doc_.channelNames.size());
+        doc_.groupCount = groupCountForChannelCount(doc_.channelCount);
+        doc_.layoutNumber = layoutNumberFor(doc_.channelNames);
+    }
+
+    void readBands() {
+        const long marker = index_.find("[BAND]");
+        if (marker < 0) {
+            doc_.bandLabels = {"63", "125", "250", "500", "1k", "2k", "4k", "8k", "16k"};
+        } else {
+            doc_.bandLabels = listItems(lines_, marker, kMaxBands);
+        }
+        doc_.bandCount = static_cast<int>(doc_.bandLabels.size());
+    }
+
+    // Position of a data block's header name in the channel list, or -1.
+    int positionOf(std::string_view name) const {
+        for (int p = 0; p < doc_.channelCount; ++p) {
+            if (doc_.channelNames[p] == name)
+                return p;
+        }
+        const int id = channelIdByAnyName(name);
+        if (id < 0)
+            return -1;
+        for (int p = 0; p < doc_.channelCount; ++p) {
+            if (channelIds_[p] == id)
+                return p;
+        }
+        return -1;
+    }
+
+    // Reads the block at marker into variant v; returns its position, or -1.
+    int readDataBlock(long marker, int variant) {
+        if (marker < 0 || static_cast<size_t>(marker) + 1 >= lines_.size())
+            return -1;
+        const std::string& header = lines_[static_cast<size_t>(marker) + 1];
+        const int p = positionOf(std::string_view(header).substr(0, header.find(',')));
+        if (p < 0)
+            return -1;
+        BandCurves& curves = doc_.reverbValues[variant][p];
+        for (int band = 0; band < doc_.bandCount; ++band) {
+            const size_t row = static_cast<size_t>(marker) + 3 + static_cast<size_t>(band);
+            if (row >= lines_.size())
+                break;
+            readBandRow(lines_[row], curves[band]);
+        }
+        doc_.positionHasData[variant][p] = true;
+        doc_.anyVariantData[variant] = true;
+        return p;
+    }
+
+    void readDataBlocks(int k) {
+        const int p0 = readDataBlock(index_.find(markerText("[DATA", k, "]")), 0);
+        const long afterMarker = index_.find(markerText("[DATA", k, "A]"));
+        if (afterMarker >= 0)
+            doc_.variant1BlocksPresent = true;
+        const int p1 = readDataBlock(afterMarker, 1);
+        const int p = p0 >= 0 ? p0 : p1;
+        if (p < 0)
+            return;
+        doc_.channelMemos[p] =
+            readMemo(lines_, index_.find(markerText("[MEMO", k, "]")), lines_.size(), {{"[DATA"}});
+    }
+
+    void collectPositionsWithData() {
+        for (int p = 0; p < doc_.channelCount; ++p) {
+            const bool v0 = doc_.positionHasData[0][p];
+            const bool v1 = doc_.positionHasData[1][p];
+            const bool has[3] = {v0 || v1, v0, v1};
+            for (int list = 0; list < 3; ++list) {
+                if (!has[list])
+                    continue;
+                auto& l = doc_.positionsWithData[list];
+                l.shortNames.push_back(doc_.channelNames[p]);
+                l.longNames.push_back(doc_.channelLongNames[p]);
+                ++l.count;
+            }
+        }
+    }
+
+    void readReverbType() {
+        const long marker = index_.find("[REVERB TYPE]");
+        doc_.reverbType = marker < 0 ? 0 : reverbTypeFrom(listItems(lines_, marker, lines_.size()));
+        doc_.symmetry = doc_.reverbType == 1 || doc_.reverbType == 3;
+        doc_.reverbTypeLabel = reverbTypeLabelFor(doc_.reverbType);
+    }
+
+    void readGroupMemos() {
+        for (int g = 0; g < doc_.groupCount && g < kMaxGroups; ++g) {
+            if (!doc_.groupHasData[0][g] && !doc_.groupHasData[1][g])
+                continue;
+            doc_.groupMemos[g] = readMemo(lines_, index_.find(markerText("[MEMOPAIR", g + 1, "]")),
+                                          lines_.size(), {{"[MEMOPAIR"}, true});
+            const int id = doc_.groupIdAt(g);
+            doc_.groupsWithData.names.emplace_back(id >= 0 ? groupName(id) : "");
+            doc_.groupsWithData.abbreviations.emplace_back(id >= 0 ? groupAbbreviation(id) : "");
+            ++doc_.groupsWithData.count;
+        }
+    }
+
+    MeasurementDocument& doc_;
+    const std::vector<std::string>& lines_;
+    MarkerIndex index_;
+    std::vector<int> channelIds_;
+};
+
+// Reads "Name,v1,v2,..." into up to 64 values.
+void readGroupDelayRow(std::string_view row, std::array<float, kGroupDelayBands>& values) {
+    values.fill(0.0f);
+    size_t pos = row.find(',');
+    if (pos == std::string_view::npos)
+        return;
+    const char* p = row.data() + pos + 1;
+    const char* const end = row.data() + row.size();
+    for (int i = 0; i < kGroupDelayBands; ++i) {
+        const char* comma = std::find(p, end, ',');
+        values[i] = readValue(p, comma);
+        if (comma == end)
+            return;
+        p = comma + 1;
+    }
+}
+
+}  // namespace
+
+void parseGroupDelay(MeasurementDocument& doc) {
+    GroupDelayData& gd = doc.groupDelay;
+    gd = GroupDelayData();
+    const auto& kept = doc.groupDelayLines;
+    const long n = static_cast<long>(kept.size());
+    long before = -1;
+    long after = -1;
+    for (long i = 0; i < n && (before < 0 || after < 0); ++i) {
+        if (before < 0 && startsWith(kept[i], "[Before]"))
+            before = i;
+        if (after < 0 && startsWith(kept[i], "[After]"))
+            after = i;
+    }
+    const auto groupOf = [&](const std::string& line) {
+        const std::string_view name = std::string_view(line).substr(0, line.find(','));
+        for (int g = 0; g < doc.groupCount && g < kMaxGroups; ++g) {
+            const int id = doc.groupIdAt(g);
+            if (id >= 0 && groupName(id) == name)
+                return g;
+        }
+        return -1;
+    };
+    if (before >= 0 && (after < 0 || before < after)) {
+        const long stop = after < 0 ? n : after;
+        for (long i = before; i < stop; ++i) {
+            const int g = groupOf(kept[i]);
+            if (g < 0)
+                continue;
+            gd.hasData[0][g] = true;
+            readGroupDelayRow(kept[i], gd.values[0][g]);
+            ++gd.groupCount;
+        }
+    }
+    if (after >= 0) {
+        // The last kept line is not read; a line without the offset text after the offset line
+        // sets the span back to its default.
+        for (long i = after; i < n - 1; ++i) {
+            const int g = groupOf(kept[i]);
+            if (g >= 0) {
+                gd.hasData[1][g] = true;
+                readGroupDelayRow(kept[i], gd.values[1][g]);
+                continue;
+            }
+            const size_t at = kept[i].find("Offset = ");
+            gd.span = at == std::string::npos
+                          ? kDefaultGroupDelaySpan
+                          : parseNumber(std::string_view(kept[i]).substr(at + 9));
+        }
+    }
+}
+
+bool DocumentLoader::load(MeasurementDocument& doc, const std::vector<std::string>& lines,
+                          const std::string& fileName, Messenger* messenger) {
+    doc.reset();
+    doc.fileName = fileName;
+    if (lines.empty() || !startsWith(lines[0], "[DATE]")) {
+        if (messenger)
+            messenger->show("Illegal file format.", fileName, MessageMode::Ok);
+        return false;
+    }
+    if (lines.size() > 1)
+        doc.date = lines[1].substr(0, 16);
+
+    Loader loader(doc, lines);
+    loader.loadReverbSection();
+    loader.loadGroupDelaySection();
+    loader.loadParametersSection();
+
+    const bool anyLoaded = std::any_of(doc.sectionLoaded.begin(), doc.sectionLoaded.end(),
+                                       [](bool loaded) { return loaded; });
+    if (!anyLoaded)
+        return false;
+    doc.modified = doc.isNewData();
+    return true;
+}
+
+}  // namespace sonalyx

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sonalyx::test {
+
+// A unified diff of two texts (empty when they are equal), for readable golden failures.
+std::string unifiedDiff(const std::vector<std::string>& expected,
+                        const std::vector<std::string>& actual);
+
+// Lines of a file under tests/data (or an absolute path); fails the test when missing.
+std::vector<std::string> readLinesOrFail(const std::string& path);
+
+// Compares actual with the golden file; with SONALYX_UPDATE_GOLDEN=1 in the environment the
+// golden file is rewritten instead.
+void expectMatchesGolden(const std::string& goldenPath, const std::vector<std::string>& actual);
+
+std::string testDataPath(const std::string& relative);
+std::string samplesPath(const std::string& relative);
+
+}  // namespace sonalyx::test
