@@ -248,6 +248,8 @@ class Loader {
 
     // Position of a data block's header name in the channel list, or -1.
     int positionOf(std::string_view name) const {
+        if (name.empty())
+            return -1;  // an empty row is no header, whatever the channel list
         for (int p = 0; p < doc_.channelCount; ++p) {
             if (doc_.channelNames[p] == name)
                 return p;

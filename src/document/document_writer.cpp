@@ -139,9 +139,20 @@ class Writer {
         out_.push_back(doc_.groupDelayChannelLine);
         out_.emplace_back();
         const auto& kept = doc_.groupDelayLines;
+        // The channel line was written above; even when it happens to begin with "[Before]"
+        // it does not start the block.
+        size_t channelLine = kept.size();
+        for (size_t i = 0; i + 1 < kept.size(); ++i) {
+            if (startsWith(kept[i], "[CHANNEL]")) {
+                channelLine = i + 1;
+                break;
+            }
+        }
         size_t first = 0;
-        while (first < kept.size() && !startsWith(kept[first], "[Before]"))
+        while (first < kept.size() &&
+               (first == channelLine || !startsWith(kept[first], "[Before]"))) {
             ++first;
+        }
         for (size_t i = first; i < kept.size(); ++i) {
             if (i == first) {
                 out_.emplace_back("[Before]");

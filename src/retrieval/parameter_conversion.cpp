@@ -30,9 +30,12 @@
 //   EQALL record r of a memory: channel r of the configuration's order; the reply's attribute
 //       is the memory's curve (0 All Ch Adjust, 1 Front Ch Align, 2 Custom1, 3 Custom2); the
 //       body holds one signed half-decibel byte per band (nine, or five for the six-value band
-//       sets) followed by the trim byte. "?EQ<code>" answers one such record.
-//   DLALL item / "?DL": byte 0 signed multiplier, byte 1 unit code, then the distances; a raw
-//       value of 0xFF (one-byte layout) or 0xFFFF (16-bit layout) marks a distance as absent.
+//       sets) followed by the trim byte. "?EQ<code>" answers one such record. Below
+//       configuration 8 the surround rows read "Surround L" and "Surround R".
+//   DLALL item / "?DL": byte 0 signed multiplier, byte 1 unit code, then the distances (one
+//       byte each in a 12-byte item, big-endian 16-bit values otherwise); a raw value of 0xFF
+//       (one-byte layout) or 0xFFFF (16-bit layout) marks a distance as absent, and so do an
+//       unknown unit code and a negative product.
 //   LVALL item / "?LV": one signed half-decibel byte per channel at the index table's offsets,
 //       whatever the item length; an index beyond the body reads as absent.
 namespace sonalyx {
@@ -64,9 +67,9 @@ std::string upperHex(int value) {
     return text;
 }
 
-// printf's "%02d": at least two characters, zero-padded after any sign.
+// "%02d" of a value that is never negative.
 void appendTwoDigits(std::string& out, long long value) {
-    if (value >= 0 && value < 10)
+    if (value < 10)
         out += '0';
     appendInt(out, value);
 }
@@ -112,21 +115,22 @@ constexpr std::array<int, 33> kStandingWaveHertz = {
 
 // The fallback's single-channel codes by index (FL, FR, SL, SR, CT, SBL, SBR, SPBL, SPBR, -, -,
 // EXSL, EXSR, -, TS) as channel ids; index 5 is the lone surround back in configuration 6.
-constexpr std::array<int, 15> kFallbackChannelIds = {kLeft,
-                                                     kRight,
-                                                     kSurroundLeftA,
-                                                     kSurroundRightA,
-                                                     kCenter,
-                                                     kSurrBackLeft,
-                                                     kSurrBackRight,
-                                                     kSpeakerBLeft,
-                                                     kSpeakerBRight,
-                                                     -1,
-                                                     -1,
-                                                     kSurroundLeftB,
-                                                     kSurroundRightB,
-                                                     -1,
-                                                     kTopSurround};
+constexpr std::array<int, ParameterConverter::kFallbackChannelCount> kFallbackChannelIds = {
+    kLeft,
+    kRight,
+    kSurroundLeftA,
+    kSurroundRightA,
+    kCenter,
+    kSurrBackLeft,
+    kSurrBackRight,
+    kSpeakerBLeft,
+    kSpeakerBRight,
+    -1,
+    -1,
+    kSurroundLeftB,
+    kSurroundRightB,
+    -1,
+    kTopSurround};
 
 constexpr std::string_view kNineBandHeading =
     "63Hz,125Hz,250Hz,500Hz,1kHz,2kHz,4kHz,8kHz,16kHz,Trim";
@@ -271,6 +275,15 @@ int ParameterConverter::fallbackChannelId(int channelIndex) const {
     return id == kSurrBackLeft && configCode_ == 6 ? static_cast<int>(kSurrBack) : id;
 }
 
+std::string_view ParameterConverter::fallbackChannelCode(int channelIndex) {
+    static constexpr std::array<std::string_view, kFallbackChannelCount> kCodes = {
+        "FL",   "FR", "SL", "SR",   "CT",   "SBL", "SBR", "SPBL",
+        "SPBR", "",   "",   "EXSL", "EXSR", "",    "TS"};
+    if (channelIndex < 0 || channelIndex >= kFallbackChannelCount)
+        return {};
+    return kCodes[static_cast<std::size_t>(channelIndex)];
+}
+
 std::vector<int> ParameterConverter::mainChannels() const {
     const SpeakerLayout* layout = layoutByNumber(configCode_);
     return (layout != nullptr ? *layout : defaultLayout()).channelIds;
@@ -315,6 +328,9 @@ std::string ParameterConverter::distanceCell(int channelId, std::span<const std:
 }
 
 std::string ParameterConverter::formatDistance(long long v, int unit) {
+    // Only a negative multiplier gets here; no unit has a text for a negative distance.
+    if (v < 0)
+        return std::string(kAbsentCell);
     std::string cell = ",";
     switch (unit) {
         case 0:

@@ -53,6 +53,9 @@ class ParameterConverter {
     bool channelPresent(int channelId) const;
     // The channel id the fallback asks for at channelIndex, or -1 for the unused indexes.
     int fallbackChannelId(int channelIndex) const;
+    // The fallback's query code at channelIndex ("FL", "EXSL"), empty for 9, 10 and 13.
+    static std::string_view fallbackChannelCode(int channelIndex);
+    static constexpr int kFallbackChannelCount = 15;
 
   private:
     using FilterCellText = std::string (*)(std::span<const std::uint8_t>, std::size_t);

@@ -143,11 +143,12 @@ int distanceRaw(const ParameterProfile& p, int channelId, int slot, int memory) 
     return std::min(raw, p.distanceOneByte ? 0xFE : 0xFFFE);
 }
 
-// Memory 1's left speaker sits at 0 dB, the case written with a leading blank.
+// Memory 1's left speaker sits at 0 dB, the case written with a leading blank. Whole decibels
+// only: -0.5 dB would be the byte 0xFF, which means "not applicable".
 int levelHalfSteps(int channelId, int slot, int memory) {
     if (memory == 1 && channelId == kL)
         return 0;
-    return (slot * 5 + memory * 3) % 25 - 12;
+    return (slot * 5 + memory * 3) % 13 * 2 - 12;
 }
 
 int eqHalfSteps(int memory, int record, int band) {

@@ -1,0 +1,76 @@
+#include <gtest/gtest.h>
+
+#include "document/parameter_rows.h"
+
+namespace sonalyx::test {
+namespace {
+
+std::string converted(const std::string& field) {
+    std::string out;
+    return convertDistanceCell(field, out) ? out : field;
+}
+
+TEST(DistanceCells, UnitsBecomeDisplayText) {
+    EXPECT_EQ(converted("345cm"), "3.45m");
+    EXPECT_EQ(converted("10.5feet"), "10' 06\"");
+    EXPECT_EQ(converted("125inch"), "10' 05\"");
+    EXPECT_EQ(converted("3.45m"), "3.45m");  // already converted
+    EXPECT_EQ(converted("12'04\""), "12' 04\"");
+    EXPECT_EQ(converted("12' 04\""), "12' 04\"");
+    EXPECT_EQ(converted("\"0'03-1/2\"\"\""), "0' 03-1/2\"");
+    EXPECT_EQ(converted("---"), "---");
+    EXPECT_EQ(converted("5\""), "5\"");  // no apostrophe: left alone
+}
+
+TEST(DistanceCells, TwoPassRounding) {
+    EXPECT_EQ(converted("0.95cm"), "0.01m");  // raised in the first pass
+    EXPECT_EQ(converted("0.5cm"), "0.01m");   // raised in the second
+    EXPECT_EQ(converted("0.49cm"), "0.00m");
+    EXPECT_EQ(converted("-0.7cm"), "0.00m");  // between -1 and 0 gives 0
+    EXPECT_EQ(converted("-1.5cm"), "-0.02m");
+    EXPECT_EQ(converted("199.5cm"), "2.00m");
+    EXPECT_EQ(converted("11.6inch"), "1' 00\"");
+}
+
+TEST(ParameterRows, DistanceBlockIsConvertedAndWrittenBack) {
+    std::vector<std::string> lines = {
+        "* Speaker Setting",
+        "Front,,Large",
+        "125cm,,stays outside the block",
+        "",
+        "* Speaker Distance",
+        ",,[M1],[M2]",
+        "Left,,345cm,3.45m",
+        "Right,,12'04\",---",
+        "Center,,10.5feet",
+        "* Channel Level",
+        "Left,,330cm",
+    };
+    ParameterGrid grid;
+    ASSERT_TRUE(ParseParameterRows(lines, grid));
+    ASSERT_EQ(grid.rowCount(), 11);
+    EXPECT_EQ(lines[2], "125cm,,stays outside the block");
+    EXPECT_EQ(lines[6], "Left,,3.45m,3.45m,,,,,,,,,,,");
+    EXPECT_EQ(lines[7], "Right,,12' 04\",---,,,,,,,,,,,");
+    EXPECT_EQ(lines[10], "Left,,330cm");
+    EXPECT_EQ(grid.cell(6, 2), "3.45m");
+    EXPECT_EQ(grid.cell(7, 0), "Right");
+    EXPECT_EQ(grid.cell(8, 2), "10' 06\"");
+    EXPECT_EQ(grid.cell(5, 2), "[M1]");
+    EXPECT_EQ(grid.longestDistanceText, 7);  // 12' 04"
+    EXPECT_EQ(grid.cell(99, 0), "");
+}
+
+TEST(ParameterRows, AtMostFifteenFieldsAndLengthFromColumnsOneToSeven) {
+    std::vector<std::string> lines = {"* Speaker Distance", "a,b,c,d,e,f,g,h,i,j,k,l,m,n,o,p,q",
+                                      "x,,,,,,,,0123456789ABC"};
+    ParameterGrid grid;
+    ASSERT_TRUE(ParseParameterRows(lines, grid));
+    EXPECT_EQ(grid.cell(1, 14), "o");
+    EXPECT_EQ(grid.longestDistanceText, 1);  // column 8 does not count
+    std::vector<std::string> none;
+    EXPECT_FALSE(ParseParameterRows(none, grid));
+}
+
+}  // namespace
+}  // namespace sonalyx::test

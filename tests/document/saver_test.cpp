@@ -1,0 +1,196 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "document/document_file.h"
+#include "document/document_saver.h"
+#include "test_documents.h"
+
+namespace sonalyx::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ScriptedChooser : public FileChooser {
+  public:
+    std::vector<std::optional<std::string>> picks;  // given in order; cancel when exhausted
+    std::vector<std::string> presets;
+
+    std::optional<std::string> chooseSaveFile(const std::string& presetPath) override {
+        presets.push_back(presetPath);
+        if (picks.empty())
+            return std::nullopt;
+        auto pick = picks.front();
+        picks.erase(picks.begin());
+        return pick;
+    }
+};
+
+class DocumentSaverTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        dir_ = fs::temp_directory_path() /
+               ("sonalyx-saver-" + std::to_string(::getpid()) + "-" +
+                ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::remove_all(dir_);
+        fs::create_directories(dir_);
+        ASSERT_TRUE(DocumentLoader::load(doc_, smallDocumentLines(), "New Data", nullptr));
+    }
+    void TearDown() override {
+        std::error_code ec;
+        fs::permissions(dir_, fs::perms::owner_all, ec);
+        fs::remove_all(dir_, ec);
+    }
+    std::string path(const std::string& name) const { return (dir_ / name).string(); }
+    size_t filesInDir() const {
+        return static_cast<size_t>(std::distance(fs::directory_iterator(dir_), {}));
+    }
+
+    fs::path dir_;
+    MeasurementDocument doc_;
+    RecordingMessenger messenger_;
+    ScriptedChooser chooser_;
+    DocumentSaver saver_{messenger_, chooser_};
+};
+
+TEST_F(DocumentSaverTest, SaveAsWritesTheDocumentAndRenamesIt) {
+    chooser_.picks = {path("run1.csv")};
+    ASSERT_TRUE(saver_.saveAs(doc_));
+    EXPECT_EQ(doc_.fileName, path("run1.csv"));
+    EXPECT_FALSE(doc_.modified);
+    EXPECT_EQ(chooser_.presets, (std::vector<std::string>{"New Data"}));
+    std::ifstream in(path("run1.csv"), std::ios::binary);
+    std::string text((std::istreambuf_iterator<char>(in)), {});
+    EXPECT_EQ(text.substr(0, 26), "[DATE]\r\n2009.05.17 14:03\r\n");
+    EXPECT_EQ(filesInDir(), 1u);  // no temporary file left behind
+}
+
+TEST_F(DocumentSaverTest, OverwriteQuestionAnswers) {
+    std::ofstream(path("old.csv")) << "old";
+    // NO reopens the dialog, then a fresh name goes through without asking.
+    chooser_.picks = {path("old.csv"), path("new.csv")};
+    messenger_.answers = {Answer::No};
+    ASSERT_TRUE(saver_.saveAs(doc_));
+    ASSERT_EQ(messenger_.messages.size(), 1u);
+    EXPECT_EQ(messenger_.messages[0].text, "Overwrite , OK ?");
+    EXPECT_EQ(messenger_.messages[0].mode, MessageMode::YesNoCancel);
+    EXPECT_EQ(doc_.fileName, path("new.csv"));
+
+    // CANCEL stops without writing.
+    doc_.modified = true;
+    chooser_.picks = {path("old.csv")};
+    messenger_.answers = {Answer::Cancel};
+    EXPECT_FALSE(saver_.saveAs(doc_));
+    EXPECT_EQ(doc_.fileName, path("new.csv"));
+    EXPECT_TRUE(doc_.modified);
+
+    // YES replaces the old file.
+    chooser_.picks = {path("old.csv")};
+    messenger_.answers = {Answer::Yes};
+    ASSERT_TRUE(saver_.saveAs(doc_));
+    EXPECT_EQ(readDocumentLines(path("old.csv"))->at(0), "[DATE]");
+}
+
+TEST_F(DocumentSaverTest, CancelledDialogSavesNothing) {
+    EXPECT_FALSE(saver_.saveAs(doc_));
+    EXPECT_EQ(doc_.fileName, "New Data");
+    EXPECT_TRUE(doc_.modified);
+    EXPECT_EQ(filesInDir(), 0u);
+}
+
+TEST_F(DocumentSaverTest, UnwritableFolderKeepsTheDocumentAsItWas) {
+    if (::geteuid() == 0) {
+        // root writes anywhere; a path below a regular file cannot be created by anyone.
+        std::ofstream(path("plain")) << "x";
+        chooser_.picks = {path("plain/inside.csv")};
+    } else {
+        fs::permissions(dir_, fs::perms::owner_read | fs::perms::owner_exec);
+        chooser_.picks = {path("locked.csv")};
+    }
+    EXPECT_FALSE(saver_.saveAs(doc_));
+    EXPECT_EQ(doc_.fileName, "New Data");
+    EXPECT_TRUE(doc_.modified);
+    ASSERT_EQ(messenger_.messages.size(), 1u);
+    EXPECT_EQ(messenger_.messages[0].text, "Can't write the file. Please close, if it's opened.");
+}
+
+TEST_F(DocumentSaverTest, FailedSaveLeavesTheOldFileWhole) {
+    chooser_.picks = {path("keep.csv")};
+    ASSERT_TRUE(saver_.saveAs(doc_));
+    const auto before = readDocumentLines(path("keep.csv"));
+    // A directory in the way of the temporary file's rename makes the write fail.
+    doc_.fileName = path("keep.csv") + "/";
+    doc_.modified = true;
+    EXPECT_FALSE(saver_.save(doc_));
+    EXPECT_TRUE(doc_.modified);
+    EXPECT_EQ(readDocumentLines(path("keep.csv")), before);
+}
+
+TEST_F(DocumentSaverTest, CloseQueryOfNewData) {
+    // CANCEL keeps the window.
+    messenger_.answers = {Answer::Cancel};
+    auto decision = saver_.closeQuery(doc_);
+    EXPECT_FALSE(decision.mayClose);
+    EXPECT_EQ(messenger_.messages.back().text, "Save New Data ?");
+    // NO closes without saving.
+    messenger_.answers = {Answer::No};
+    decision = saver_.closeQuery(doc_);
+    EXPECT_TRUE(decision.mayClose);
+    EXPECT_EQ(filesInDir(), 0u);
+    // YES then a cancelled dialog still closes.
+    messenger_.answers = {Answer::Yes};
+    decision = saver_.closeQuery(doc_);
+    EXPECT_TRUE(decision.mayClose);
+    EXPECT_FALSE(decision.savedAsPath);
+    // YES and a file: saved, and the path goes to the history.
+    messenger_.answers = {Answer::Yes};
+    chooser_.picks = {path("kept.csv")};
+    decision = saver_.closeQuery(doc_);
+    EXPECT_TRUE(decision.mayClose);
+    EXPECT_EQ(decision.savedAsPath, path("kept.csv"));
+    EXPECT_TRUE(fs::exists(path("kept.csv")));
+}
+
+TEST_F(DocumentSaverTest, CloseQueryOfASavedFile) {
+    chooser_.picks = {path("run1.csv")};
+    ASSERT_TRUE(saver_.saveAs(doc_));
+    messenger_.messages.clear();
+    // Unmodified: nothing is asked.
+    EXPECT_TRUE(saver_.closeQuery(doc_).mayClose);
+    EXPECT_TRUE(messenger_.messages.empty());
+    doc_.modified = true;
+    doc_.fileMemos[kReverbSection] = {"edited"};
+    messenger_.answers = {Answer::Yes};
+    const auto decision = saver_.closeQuery(doc_);
+    EXPECT_TRUE(decision.mayClose);
+    EXPECT_FALSE(decision.savedAsPath);
+    EXPECT_EQ(messenger_.messages.back().text, "Save changes to run1.csv ?");
+    EXPECT_EQ(messenger_.messages.back().secondLine, "");
+    EXPECT_EQ(readDocumentLines(path("run1.csv"))->at(6), "edited");
+}
+
+TEST(FileNames, FolderIsStripped) {
+    EXPECT_EQ(fileNameWithoutFolder("/home/me/run1.csv"), "run1.csv");
+    EXPECT_EQ(fileNameWithoutFolder("C:\\data\\run2.csv"), "run2.csv");
+    EXPECT_EQ(fileNameWithoutFolder("plain.csv"), "plain.csv");
+}
+
+TEST(DocumentFile, LinesSplitAtCrLfOrLf) {
+    EXPECT_EQ(splitLines("a\r\nb\nc"), (std::vector<std::string>{"a", "b", "c"}));
+    EXPECT_EQ(splitLines("a\r\n\r\n"), (std::vector<std::string>{"a", ""}));
+    EXPECT_EQ(splitLines("lone\rcr\n"), (std::vector<std::string>{"lone\rcr"}));
+    EXPECT_EQ(splitLines(std::string("nul\0byte\n", 9)),
+              (std::vector<std::string>{std::string("nul\0byte", 8)}));
+    EXPECT_TRUE(splitLines("").empty());
+    EXPECT_EQ(joinLines({"a", ""}), "a\r\n\r\n");
+}
+
+TEST(DocumentFile, UnreadablePathsGiveNothing) {
+    EXPECT_FALSE(readDocumentLines("/nonexistent/sonalyx/file.csv"));
+    EXPECT_FALSE(readDocumentLines(fs::temp_directory_path().string()));
+}
+
+}  // namespace
+}  // namespace sonalyx::test

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "document/messenger.h"
+#include "fake_receiver.h"
+#include "fake_serial_link.h"
+#include "retrieval/receive_engine.h"
+#include "retrieval/ticker.h"
+
+namespace sonalyx::test {
+
+// The main window's timer on a fake clock: one pending tick, fired by the harness.
+class FakeTicker : public Ticker {
+  public:
+    void arm(int tag, int intervalMs) override;
+    void disarm() override;
+
+    bool armed = false;
+    int tag = 0;
+    int intervalMs = 0;
+    std::vector<int> armedIntervals;  // every arm call, in order
+};
+
+class RecordingMessenger : public Messenger {
+  public:
+    Answer show(const std::string& text, const std::string& secondLine, MessageMode mode) override;
+    std::vector<std::string> texts;
+    std::vector<MessageMode> modes;
+};
+
+class RecordingObserver : public ReceiveObserver {
+  public:
+    void progress(int percent) override { progressValues.push_back(percent); }
+    void commandSent(const std::string& command) override { sent.push_back(command); }
+    void finished(const ReceiveResult& result) override;
+
+    std::vector<int> progressValues;
+    std::vector<std::string> sent;
+    int finishCount = 0;
+    ReceiveResult result;
+    bool portClosedAtFinish = false;
+    const FakeSerialLink* link = nullptr;
+};
+
+// A receiver on a fake line, an engine, and a clock that moves one tick at a time.
+struct ReceiveHarness {
+    ReceiveHarness();
+
+    // Starts a run; true when the engine accepted it.
+    bool start(ReceiveOptions options = {});
+    // Fires the pending tick (delivering what has arrived first); false when none is armed.
+    bool tick();
+    // Ticks until the run ends; fails the test when the engine stops asking for ticks
+    // while still running, or does not end within maxTicks.
+    void runToEnd(int maxTicks = 5000);
+
+    FakeReceiver receiver;
+    FakeSerialLink link;
+    FakeTicker ticker;
+    RecordingMessenger messenger;
+    RecordingObserver observer;
+    ReceiveEngine engine;
+    long long clockMs = 0;
+    int ticks = 0;
+    std::vector<long long> reopenTimes;  // clock at each reopen tick
+};
+
+// A full run's text with a fixed date stamp, as the document side would receive it.
+std::vector<std::string> stampedLines(const ReceiveResult& result);
+
+}  // namespace sonalyx::test
