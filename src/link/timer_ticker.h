@@ -21,6 +21,7 @@ class TimerTicker : public QObject, public Ticker {
 
     void setHandler(std::function<void(int)> handler) { handler_ = std::move(handler); }
     bool isArmed() const { return timer_.isActive(); }
+    int armedTag() const { return timer_.isActive() ? tag_ : 0; }
     // Runs a pending tick now (when something happened that should not wait for it).
     void fireNow();
 
