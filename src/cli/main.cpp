@@ -5,6 +5,7 @@
 
 #include "cli_usage.h"
 #include "convert_command.h"
+#include "receive_command.h"
 
 int main(int argc, char** argv) {
     using namespace sonalyx;
@@ -14,6 +15,8 @@ int main(int argc, char** argv) {
     const std::vector<std::string> args(argv + 2, argv + argc);
     if (command == "convert")
         return runConvertCommand(args);
+    if (command == "receive")
+        return runReceiveCommand(args);
     if (command == "--help" || command == "-h" || command == "help") {
         std::fputs(cliUsage(), stdout);
         return 0;

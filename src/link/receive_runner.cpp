@@ -1,0 +1,47 @@
+#include "link/receive_runner.h"
+
+namespace sonalyx {
+
+ReceiveRunner::ReceiveRunner(SerialPortLink& link, Messenger& messenger)
+    : link_(link), engine_(link, ticker_, messenger, *this) {
+    ticker_.setHandler([this](int tag) { engine_.onTick(tag); });
+    link_.setLineLostHandler([this] { onLineLost(); });
+}
+
+ReceiveResult ReceiveRunner::run(const ReceiveOptions& options) {
+    commands_.clear();
+    result_ = {};
+    finished_ = false;
+    if (!engine_.start(options) && !finished_) {
+        return {};
+    }
+    if (!finished_) {
+        loop_.exec();
+    }
+    return result_;
+}
+
+void ReceiveRunner::onLineLost() {
+    // A pulled cable ends the run now rather than at the next poll.
+    if (ticker_.armedTag() == ReceiveEngine::kReplyPollTag) {
+        ticker_.fireNow();
+    }
+}
+
+void ReceiveRunner::progress(int percent) {
+    if (onProgress_) {
+        onProgress_(percent);
+    }
+}
+
+void ReceiveRunner::commandSent(const std::string& command) {
+    commands_.push_back(command);
+}
+
+void ReceiveRunner::finished(const ReceiveResult& result) {
+    result_ = result;
+    finished_ = true;
+    loop_.quit();
+}
+
+}  // namespace sonalyx

@@ -1,0 +1,65 @@
+#include "raw_pty.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace sonalyx::test {
+
+RawPty::RawPty() {
+    master_ = posix_openpt(O_RDWR | O_NOCTTY);
+    if (master_ < 0 || grantpt(master_) != 0 || unlockpt(master_) != 0) {
+        return;
+    }
+    portPath_ = ptsname(master_);
+    portSide_ = ::open(portPath_.c_str(), O_RDWR | O_NOCTTY);
+    termios modes{};
+    tcgetattr(portSide_, &modes);
+    cfmakeraw(&modes);
+    tcsetattr(portSide_, TCSANOW, &modes);
+}
+
+RawPty::~RawPty() {
+    hangUp();
+}
+
+void RawPty::write(const std::vector<std::uint8_t>& bytes) {
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t written = ::write(master_, bytes.data() + done, bytes.size() - done);
+        if (written <= 0) {
+            return;
+        }
+        done += static_cast<std::size_t>(written);
+    }
+}
+
+std::vector<std::uint8_t> RawPty::readSent(std::size_t count) {
+    std::vector<std::uint8_t> sent;
+    pollfd watched{master_, POLLIN, 0};
+    while (sent.size() < count && poll(&watched, 1, 2000) > 0) {
+        std::uint8_t buffer[256];
+        const ssize_t got = ::read(master_, buffer, sizeof buffer);
+        if (got <= 0) {
+            break;
+        }
+        sent.insert(sent.end(), buffer, buffer + got);
+    }
+    return sent;
+}
+
+void RawPty::hangUp() {
+    if (portSide_ >= 0) {
+        ::close(portSide_);
+        portSide_ = -1;
+    }
+    if (master_ >= 0) {
+        ::close(master_);
+        master_ = -1;
+    }
+}
+
+}  // namespace sonalyx::test
