@@ -37,6 +37,9 @@ int main(int argc, char* argv[]) {
                       QStringLiteral("Keep the file history in this ini file instead of the "
                                      "user's settings."),
                       QStringLiteral("file")});
+    parser.addOption({QStringLiteral("port"),
+                      QStringLiteral("Offer this serial port first when receiving (repeatable)."),
+                      QStringLiteral("name")});
     parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Documents to open."),
                                  QStringLiteral("[files...]"));
     parser.process(app);
@@ -50,6 +53,7 @@ int main(int argc, char* argv[]) {
     options.settings = settings.get();
     options.files = parser.positionalArguments();
     options.showSplash = splashWanted(parser);
+    options.ports = parser.values(QStringLiteral("port"));
 
     TMainForm form(options);
     form.show();

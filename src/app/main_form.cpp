@@ -4,6 +4,7 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -25,8 +26,12 @@
 #include "app/brand_art.h"
 #include "app/form_openning.h"
 #include "app/glossary.h"
+#include "app/receive_session.h"
 #include "app/tool_icons.h"
 #include "document/document_file.h"
+#include "link/form_port.h"
+#include "link/port_list.h"
+#include "retrieval/date_stamp.h"
 #include "views/mdi_child.h"
 
 namespace {
@@ -99,6 +104,8 @@ TMainForm::TMainForm(MainFormOptions options, QWidget* parent)
 
 TMainForm::~TMainForm() {
     qApp->removeEventFilter(this);
+    // A run still going closes its port now, while the messenger it reports to exists.
+    delete receive_.data();
     // The document windows go with the frame's base classes; nothing of this class may be
     // reached from their signals by then.
     disconnect(mdiArea_, nullptr, this, nullptr);
@@ -517,11 +524,70 @@ void TMainForm::FileReceiveExecute() {
         ShowMessage(tr("No more window."), QString(), 2);
         return;
     }
-    emit ReceiveRequested(false);
+    sonalyx::ReceiveOptions options;
+    if (AskReceiveOptions(options)) {
+        StartReceive(options);
+    }
 }
 
 void TMainForm::FileOtherReceiveExecute() {
-    emit ReceiveRequested(true);
+    // Parameters only: the dialog's kind selections do not apply, nor the window limit.
+    sonalyx::ReceiveOptions options;
+    if (AskReceiveOptions(options)) {
+        options.parametersOnly = true;
+        StartReceive(options);
+    }
+}
+
+bool TMainForm::AskReceiveOptions(sonalyx::ReceiveOptions& options) {
+    StopDemo();
+    sonalyx::TFormPort dialog(sonalyx::offeredPorts(options_.ports), this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return false;
+    }
+    options.portName = dialog.PortName().toStdString();
+    options.reverb = dialog.ReceiveReverb();
+    options.groupDelay = dialog.ReceiveGroupDelay();
+    options.parameters = dialog.ReceiveTORVEPara();
+    options.tickMs = options_.receiveTickMs;
+    return options.reverb || options.groupDelay || options.parameters;
+}
+
+void TMainForm::StartReceive(const sonalyx::ReceiveOptions& options) {
+    auto* session = new sonalyx::ReceiveSession(messenger_, this);
+    receive_ = session;
+    SetReceiveActionsEnabled(false);
+    session->setEndHandler([this](const sonalyx::ReceiveResult& result) { ReceiveEnded(result); });
+    if (!session->start(options)) {
+        // The port did not open; the link has already said so.
+        receive_ = nullptr;
+        delete session;
+        SetReceiveActionsEnabled(true);
+    }
+}
+
+void TMainForm::ReceiveEnded(const sonalyx::ReceiveResult& result) {
+    // Called from inside the engine: the session may only go once control is back.
+    if (receive_ != nullptr) {
+        receive_->deleteLater();
+        receive_ = nullptr;
+    }
+    SetReceiveActionsEnabled(true);
+    if (!result.success || result.lines.empty()) {
+        return;
+    }
+    std::vector<std::string> lines = result.lines;
+    const QDateTime now = QDateTime::currentDateTime();
+    sonalyx::stampDate(
+        lines, sonalyx::formatDateStamp(now.date().year(), now.date().month(), now.date().day(),
+                                        now.time().hour(), now.time().minute()));
+    OpenReceivedLines(lines);
+}
+
+void TMainForm::SetReceiveActionsEnabled(bool enabled) {
+    Action(QStringLiteral("ActionDemo"))->setEnabled(enabled && !DocumentWindows().isEmpty());
+    Action(QStringLiteral("FileReceive"))->setEnabled(enabled);
+    Action(QStringLiteral("FileOtherReceive"))->setEnabled(enabled);
 }
 
 void TMainForm::FilePrintExecute() {
@@ -708,10 +774,7 @@ void TMainForm::FinishStartup() {
     startStep_ = kStepIdle;
     Action(QStringLiteral("FileOpen1"))->setEnabled(true);
     Action(QStringLiteral("HelpAbout1"))->setEnabled(true);
-    const bool receiveWired =
-        isSignalConnected(QMetaMethod::fromSignal(&TMainForm::ReceiveRequested));
-    Action(QStringLiteral("FileReceive"))->setEnabled(receiveWired);
-    Action(QStringLiteral("FileOtherReceive"))->setEnabled(receiveWired);
+    SetReceiveActionsEnabled(true);
     // From here on files dropped anywhere on the frame or its windows open as documents.
     qApp->installEventFilter(this);
     dropRegistered_ = true;
@@ -722,10 +785,11 @@ void TMainForm::FinishStartup() {
 
 void TMainForm::UpdateDocumentActions() {
     const bool any = !DocumentWindows().isEmpty();
-    for (const char* name :
-         {"FileSave1", "FileSaveAs1", "ActionEachCh", "ActionPairCh", "ActionDemo"}) {
+    for (const char* name : {"FileSave1", "FileSaveAs1", "ActionEachCh", "ActionPairCh"}) {
         Action(QLatin1String(name))->setEnabled(any);
     }
+    // The demonstration shares the window's timer and stays off while a receive runs.
+    Action(QStringLiteral("ActionDemo"))->setEnabled(any && !Receiving());
     const bool printWired = isSignalConnected(QMetaMethod::fromSignal(&TMainForm::PrintRequested));
     Action(QStringLiteral("FilePrint"))->setEnabled(any && printWired);
     Action(QStringLiteral("FilePreview"))->setEnabled(any && printWired);

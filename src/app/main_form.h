@@ -24,6 +24,12 @@ class TFormOpenning;
 class TGlossary;
 class TMDIChild;
 
+namespace sonalyx {
+class ReceiveSession;
+struct ReceiveOptions;
+struct ReceiveResult;
+}  // namespace sonalyx
+
 // What the program was started with.
 struct MainFormOptions {
     // Where the file history lives; null means the user's own settings ("veltrona",
@@ -32,6 +38,10 @@ struct MainFormOptions {
     QStringList files;  // documents named on the command line, opened at start-up
     bool showSplash = true;
     int splashMilliseconds = 1500;
+    // Ports named with --port, offered first in the port dialog.
+    QStringList ports;
+    // The receive's reply poll interval; tests shorten it.
+    int receiveTickMs = 1000;
 };
 
 // The frame: menus, tool bar, the document windows in an MDI area, the file history.
@@ -63,6 +73,7 @@ class TMainForm : public QMainWindow {
     // The shared timer's current use: a start-up step, 10 while a receive waits, 11 for the
     // demonstration.
     int TimerTag() const { return timerTag_; }
+    bool Receiving() const { return !receive_.isNull(); }
 
   public slots:
     void FileOpen1Execute();
@@ -87,8 +98,6 @@ class TMainForm : public QMainWindow {
     void DemoExecute(bool on);
 
   signals:
-    // The receive engine listens to these; the actions are offered only when it does.
-    void ReceiveRequested(bool parametersOnly);
     // The print pipeline listens to this; preview false means print at once.
     void PrintRequested(TMDIChild* document, bool preview);
     void StartupCompleted();
@@ -127,6 +136,10 @@ class TMainForm : public QMainWindow {
     void RunOnEditTarget(const char* slot);
     void DeleteSelection();
     void StopDemo();
+    bool AskReceiveOptions(sonalyx::ReceiveOptions& options);
+    void StartReceive(const sonalyx::ReceiveOptions& options);
+    void ReceiveEnded(const sonalyx::ReceiveResult& result);
+    void SetReceiveActionsEnabled(bool enabled);
     bool DropCarriesFiles(const QEvent* event) const;
     void OpenDroppedFiles(const QEvent* event);
 
@@ -147,6 +160,7 @@ class TMainForm : public QMainWindow {
     QPointer<TFormOpenning> splash_;
     QPointer<TGlossary> glossary_;
     QPointer<QWidget> editTarget_;
+    QPointer<sonalyx::ReceiveSession> receive_;
 
     QMenu* fileMenu_ = nullptr;
     QMenu* windowMenu_ = nullptr;
