@@ -3,18 +3,23 @@
 namespace sonalyx {
 
 ReceiveSession::ReceiveSession(Messenger& messenger, QWidget* window)
-    : form_(std::make_unique<TFormRS232C>(messenger, window)),
-      engine_(form_->link(), ticker_, messenger, *this) {
-    ticker_.setHandler([this](int tag) { engine_.onTick(tag); });
+    : QObject(window),
+      form_(new TFormRS232C(messenger, window)),
+      engine_(std::make_unique<ReceiveEngine>(form_->link(), ticker_, messenger, *this)) {
+    ticker_.setHandler([this](int tag) { engine_->onTick(tag); });
     form_->link().setLineLostHandler([this] { onLineLost(); });
 }
 
-ReceiveSession::~ReceiveSession() = default;
+ReceiveSession::~ReceiveSession() {
+    // The engine closes the port of a run still going, so the session must outlive it.
+    engine_.reset();
+    delete form_.data();
+}
 
 bool ReceiveSession::start(const ReceiveOptions& options) {
     form_->setProgress(0);
     form_->show();
-    return engine_.start(options) || ended_;
+    return engine_->start(options) || ended_;
 }
 
 void ReceiveSession::onLineLost() {
@@ -25,14 +30,18 @@ void ReceiveSession::onLineLost() {
 }
 
 void ReceiveSession::progress(int percent) {
-    form_->setProgress(percent);
+    if (form_ != nullptr) {
+        form_->setProgress(percent);
+    }
 }
 
 void ReceiveSession::commandSent(const std::string& /*command*/) {}
 
 void ReceiveSession::finished(const ReceiveResult& result) {
     ended_ = true;
-    form_->hide();
+    if (form_ != nullptr) {
+        form_->hide();
+    }
     if (onEnd_) {
         onEnd_(result);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <functional>
 #include <memory>
 
@@ -26,7 +27,7 @@ class ReceiveSession : public QObject, public ReceiveObserver {
     // Shows the "Receiving" window and starts the dialogue. False when nothing started (the
     // port did not open); the end handler is then not called.
     bool start(const ReceiveOptions& options);
-    TFormRS232C* window() const { return form_.get(); }
+    TFormRS232C* window() const { return form_.data(); }
 
     void progress(int percent) override;
     void commandSent(const std::string& command) override;
@@ -35,10 +36,10 @@ class ReceiveSession : public QObject, public ReceiveObserver {
   private:
     void onLineLost();
 
-    // Declared first so that it goes last: the engine closes the port on its way out.
-    std::unique_ptr<TFormRS232C> form_;
+    // The window is a child of the main window, which may take it down first when it closes.
+    QPointer<TFormRS232C> form_;
     TimerTicker ticker_;
-    ReceiveEngine engine_;
+    std::unique_ptr<ReceiveEngine> engine_;
     EndHandler onEnd_;
     bool ended_ = false;
 };

@@ -34,6 +34,8 @@ TMainForm& MainFormTest::start(const QStringList& files) {
     options.settings = settings_.get();
     options.files = files;
     options.showSplash = false;
+    options.ports = ports_;
+    options.receiveTickMs = receiveTickMs_;
     form_ = std::make_unique<TMainForm>(options);
     form_->show();
     EXPECT_TRUE(waitFor([this] { return form_->StartupFinished(); }));

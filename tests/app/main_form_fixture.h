@@ -32,4 +32,7 @@ class MainFormTest : public ::testing::Test {
     QTemporaryDir folder_;
     std::unique_ptr<QSettings> settings_;
     std::unique_ptr<TMainForm> form_;
+    // Given to the frame by start(): ports named as with --port, and the receive's poll tick.
+    QStringList ports_;
+    int receiveTickMs_ = 1000;
 };

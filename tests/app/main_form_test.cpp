@@ -84,8 +84,8 @@ TEST_F(MainFormTest, ActionsCarryTheirCaptionsShortcutsAndStartingState) {
     ASSERT_TRUE(waitFor([&form] { return form.StartupFinished(); }));
     EXPECT_TRUE(form.Action(QStringLiteral("FileOpen1"))->isEnabled());
     EXPECT_TRUE(form.Action(QStringLiteral("HelpAbout1"))->isEnabled());
-    // Nothing listens for a receive yet, so it is not offered.
-    EXPECT_FALSE(form.Action(QStringLiteral("FileReceive"))->isEnabled());
+    EXPECT_TRUE(form.Action(QStringLiteral("FileReceive"))->isEnabled());
+    EXPECT_TRUE(form.Action(QStringLiteral("FileOtherReceive"))->isEnabled());
 }
 
 TEST_F(MainFormTest, MenusAndToolBarHoldTheirItems) {

@@ -1,0 +1,128 @@
+#include <QAction>
+#include <QLabel>
+#include <QProgressBar>
+#include <atomic>
+#include <thread>
+
+#include "emulator/pty_server.h"
+#include "link/form_rs232c.h"
+#include "main_form_fixture.h"
+#include "views/mdi_child.h"
+
+namespace {
+
+using sonalyx::emulator::PtyServer;
+using sonalyx::emulator::ReceiverEmulator;
+using sonalyx::emulator::ReceiverProfile;
+
+// The receiver emulator on a pseudo-terminal, served from its own thread.
+class EmulatedReceiver {
+  public:
+    explicit EmulatedReceiver(const ReceiverProfile& profile) : emulator_(profile) {}
+    ~EmulatedReceiver() {
+        stop_ = true;
+        if (thread_.joinable()) {
+            thread_.join();
+        }
+        server_.close();
+    }
+
+    bool start(std::string& error) {
+        if (!server_.open(error)) {
+            return false;
+        }
+        thread_ = std::thread([this] { server_.serve(emulator_, false, false, stop_); });
+        return true;
+    }
+    QString portPath() const { return QString::fromStdString(server_.portPath()); }
+
+  private:
+    PtyServer server_;
+    ReceiverEmulator emulator_;
+    std::atomic<bool> stop_{false};
+    std::thread thread_;
+};
+
+bool receiveActionsEnabled(const TMainForm& form) {
+    return form.Action(QStringLiteral("FileReceive"))->isEnabled() &&
+           form.Action(QStringLiteral("FileOtherReceive"))->isEnabled();
+}
+
+}  // namespace
+
+class MainFormReceiveTest : public MainFormTest {
+  protected:
+    void SetUp() override {
+        MainFormTest::SetUp();
+        receiveTickMs_ = 20;
+    }
+};
+
+TEST_F(MainFormReceiveTest, FullReceiveFromTheEmulatorOpensANewDataWindow) {
+    ReceiverProfile profile;
+    profile.parameters.configCode = 10;
+    EmulatedReceiver receiver(profile);
+    std::string error;
+    ASSERT_TRUE(receiver.start(error)) << error;
+    ports_ = QStringList{receiver.portPath()};
+    TMainForm& form = start();
+
+    ModalAnswerer answers;
+    form.Action(QStringLiteral("FileReceive"))->trigger();
+    // The port dialog was accepted with its defaults: the named port first, all kinds.
+    EXPECT_EQ(answers.otherWindows().size(), 1);
+    ASSERT_TRUE(form.Receiving());
+    EXPECT_FALSE(receiveActionsEnabled(form));
+    EXPECT_FALSE(form.Action(QStringLiteral("ActionDemo"))->isEnabled());
+    auto* progressWindow = form.findChild<sonalyx::TFormRS232C*>();
+    ASSERT_NE(progressWindow, nullptr);
+    EXPECT_TRUE(progressWindow->isVisible());
+
+    ASSERT_TRUE(waitFor([&form] { return !form.DocumentWindows().isEmpty(); }));
+    EXPECT_TRUE(answers.messages().isEmpty()) << answers.messages().join('\n').toStdString();
+    TMDIChild* child = form.DocumentWindows().first();
+    EXPECT_EQ(child->windowTitle(), QStringLiteral("New Data"));
+    const sonalyx::MeasurementDocument& document = child->Document();
+    EXPECT_EQ(document.channelCount, static_cast<int>(document.channelNames.size()));
+    EXPECT_GT(document.channelCount, 9);
+    EXPECT_FALSE(document.groupDelayLines.empty());
+    EXPECT_FALSE(document.parameterLines.empty());
+
+    ASSERT_TRUE(waitFor([&form] { return !form.Receiving(); }));
+    EXPECT_TRUE(receiveActionsEnabled(form));
+    EXPECT_TRUE(form.Action(QStringLiteral("ActionDemo"))->isEnabled());
+    EXPECT_EQ(answers.unexpected(), 0);
+}
+
+TEST_F(MainFormReceiveTest, MissingPortSaysSoOpensNothingAndOffersTheReceiveAgain) {
+    const QString missing = QStringLiteral("/dev/sonalyx-no-such-port");
+    ports_ = QStringList{missing};
+    TMainForm& form = start();
+
+    for (const char* action : {"FileReceive", "FileOtherReceive"}) {
+        ModalAnswerer answers;
+        answers.press(QStringLiteral("OK"));
+        form.Action(QLatin1String(action))->trigger();
+        ASSERT_TRUE(waitFor([&answers] { return !answers.messages().isEmpty(); })) << action;
+        EXPECT_EQ(answers.messages().first().section(QLatin1Char('|'), 0, 0),
+                  QStringLiteral("Cannot open the serial port(%1).").arg(missing))
+            << action;
+        EXPECT_FALSE(form.Receiving()) << action;
+        EXPECT_TRUE(form.DocumentWindows().isEmpty()) << action;
+        EXPECT_TRUE(receiveActionsEnabled(form)) << action;
+        EXPECT_EQ(form.findChild<sonalyx::TFormRS232C*>(), nullptr) << action;
+    }
+}
+
+TEST_F(MainFormReceiveTest, NinthWindowRefusesAFullReceiveBeforeAskingForAPort) {
+    TMainForm& form = start(samples(TMainForm::kMaxDocuments));
+    ASSERT_EQ(form.DocumentWindows().size(), TMainForm::kMaxDocuments);
+    ModalAnswerer answers;
+    answers.press(QStringLiteral("OK"));
+    form.Action(QStringLiteral("FileReceive"))->trigger();
+    ASSERT_TRUE(waitFor([&answers] { return !answers.messages().isEmpty(); }));
+    EXPECT_EQ(answers.messages().first().section(QLatin1Char('|'), 0, 0),
+              QStringLiteral("No more window."));
+    EXPECT_TRUE(answers.otherWindows().isEmpty());
+    EXPECT_FALSE(form.Receiving());
+}
