@@ -83,8 +83,11 @@ TEST_F(MainFormReceiveTest, FullReceiveFromTheEmulatorOpensANewDataWindow) {
     TMDIChild* child = form.DocumentWindows().first();
     EXPECT_EQ(child->windowTitle(), QStringLiteral("New Data"));
     const sonalyx::MeasurementDocument& document = child->Document();
-    EXPECT_EQ(document.channelCount, static_cast<int>(document.channelNames.size()));
-    EXPECT_GT(document.channelCount, 9);
+    // The ten channels a configuration-10 receiver reports, in its order.
+    const std::vector<std::string> channels{"L",   "C",    "R",    "SR A", "SBR",
+                                            "SBL", "SL A", "SL B", "SR B", "TS"};
+    EXPECT_EQ(document.channelNames, channels);
+    EXPECT_EQ(document.channelCount, 10);
     EXPECT_FALSE(document.groupDelayLines.empty());
     EXPECT_FALSE(document.parameterLines.empty());
 
