@@ -88,6 +88,7 @@ TEST_F(MainFormReceiveTest, FullReceiveFromTheEmulatorOpensANewDataWindow) {
                                             "SBL", "SL A", "SL B", "SR B", "TS"};
     EXPECT_EQ(document.channelNames, channels);
     EXPECT_EQ(document.channelCount, 10);
+    EXPECT_EQ(document.date.size(), std::string("yyyy.mm.dd hh:mm").size()) << document.date;
     EXPECT_FALSE(document.groupDelayLines.empty());
     EXPECT_FALSE(document.parameterLines.empty());
 
@@ -95,6 +96,24 @@ TEST_F(MainFormReceiveTest, FullReceiveFromTheEmulatorOpensANewDataWindow) {
     EXPECT_TRUE(receiveActionsEnabled(form));
     EXPECT_TRUE(form.Action(QStringLiteral("ActionDemo"))->isEnabled());
     EXPECT_EQ(answers.unexpected(), 0);
+}
+
+TEST_F(MainFormReceiveTest, OtherReceiveFetchesOnlyTheParameters) {
+    EmulatedReceiver receiver(ReceiverProfile{});
+    std::string error;
+    ASSERT_TRUE(receiver.start(error)) << error;
+    ports_ = QStringList{receiver.portPath()};
+    TMainForm& form = start();
+
+    ModalAnswerer answers;
+    form.Action(QStringLiteral("FileOtherReceive"))->trigger();
+    ASSERT_TRUE(waitFor([&form] { return !form.DocumentWindows().isEmpty(); }));
+    const sonalyx::MeasurementDocument& document = form.DocumentWindows().first()->Document();
+    EXPECT_FALSE(document.parameterLines.empty());
+    EXPECT_TRUE(document.groupDelayLines.empty());
+    ASSERT_TRUE(waitFor([&form] { return !form.Receiving(); }));
+    EXPECT_TRUE(receiveActionsEnabled(form));
+    EXPECT_TRUE(answers.messages().isEmpty()) << answers.messages().join('\n').toStdString();
 }
 
 TEST_F(MainFormReceiveTest, MissingPortSaysSoOpensNothingAndOffersTheReceiveAgain) {
