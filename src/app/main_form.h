@@ -70,8 +70,8 @@ class TMainForm : public QMainWindow {
     bool StartupFinished() const { return startStep_ >= kStepIdle; }
     bool IsGraph3D() const { return graph3D_; }
     QAction* Action(const QString& objectName) const;
-    // The shared timer's current use: a start-up step, 10 while a receive waits, 11 for the
-    // demonstration.
+    // The shared timer's current use: a start-up step, or 11 for the demonstration. A receive
+    // paces itself on its own timer, so the two never compete.
     int TimerTag() const { return timerTag_; }
     bool Receiving() const { return !receive_.isNull(); }
 
@@ -108,7 +108,6 @@ class TMainForm : public QMainWindow {
 
   private:
     enum StartStep { kStepSplash = 0, kStepSplashLast = 5, kStepOpen = 6, kStepIdle = 10 };
-    static constexpr int kTagReceive = 10;
     static constexpr int kTagDemo = 11;
 
     void CreateActions();

@@ -148,3 +148,20 @@ TEST_F(MainFormReceiveTest, NinthWindowRefusesAFullReceiveBeforeAskingForAPort) 
     EXPECT_TRUE(answers.otherWindows().isEmpty());
     EXPECT_FALSE(form.Receiving());
 }
+
+TEST_F(MainFormReceiveTest, ReceiveStopsTheDemonstrationAndOffersItAgainAfterwards) {
+    ports_ = QStringList{QStringLiteral("/dev/sonalyx-no-such-port")};
+    TMainForm& form = start(samples(1));
+    QAction* demo = form.Action(QStringLiteral("ActionDemo"));
+    demo->setChecked(true);
+    ASSERT_EQ(form.TimerTag(), 11);
+
+    ModalAnswerer answers;
+    answers.press(QStringLiteral("OK"));
+    form.Action(QStringLiteral("FileReceive"))->trigger();
+    ASSERT_TRUE(waitFor([&answers] { return !answers.messages().isEmpty(); }));
+    EXPECT_FALSE(demo->isChecked());
+    EXPECT_NE(form.TimerTag(), 11);
+    EXPECT_TRUE(demo->isEnabled());
+    EXPECT_EQ(form.DocumentWindows().size(), 1);
+}
