@@ -11,7 +11,12 @@ void ensureApplication() {
     static int argc = 1;
     static char name[] = "link_tests";
     static char* argv[] = {name, nullptr};
+#ifdef SONALYX_NO_WIDGETS
+    // Runs without any display: timers and serial ports need no more than this.
+    static QCoreApplication application(argc, argv);
+#else
     static QApplication application(argc, argv);
+#endif
 }
 
 }  // namespace sonalyx::test
