@@ -124,7 +124,7 @@ class Writer {
             row += "Hz";
             for (float value : curves[band]) {
                 row += ',';
-                appendFixed(row, value, 2);
+                appendFixed2(row, value);
             }
             out_.push_back(std::move(row));
         }

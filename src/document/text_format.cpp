@@ -18,6 +18,22 @@ void appendFixed(std::string& out, double value, int decimals) {
     out.append(buf, ec2 == std::errc() ? end2 : buf);
 }
 
+void appendFixed2(std::string& out, float value) {
+    const double scaled = static_cast<double>(value) * 100.0;
+    if (!(std::fabs(scaled) < 1e15)) {
+        appendFixed(out, value, 2);
+        return;
+    }
+    long long hundredths = static_cast<long long>(std::nearbyint(std::fabs(scaled)));
+    if (std::signbit(value))
+        out += '-';
+    appendInt(out, hundredths / 100);
+    out += '.';
+    const int cents = static_cast<int>(hundredths % 100);
+    out += static_cast<char>('0' + cents / 10);
+    out += static_cast<char>('0' + cents % 10);
+}
+
 std::string formatFixed(double value, int decimals) {
     std::string s;
     appendFixed(s, value, decimals);

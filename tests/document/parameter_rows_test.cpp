@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 #include "document/parameter_rows.h"
+#include "document/text_format.h"
 
 namespace sonalyx::test {
 namespace {
@@ -70,6 +73,31 @@ TEST(ParameterRows, AtMostFifteenFieldsAndLengthFromColumnsOneToSeven) {
     EXPECT_EQ(grid.longestDistanceText, 1);  // column 8 does not count
     std::vector<std::string> none;
     EXPECT_FALSE(ParseParameterRows(none, grid));
+}
+
+}  // namespace
+}  // namespace sonalyx::test
+
+namespace sonalyx::test {
+namespace {
+
+// The writer's fast two-decimal path must give exactly what the general conversion gives.
+TEST(TextFormat, FastTwoDecimalsMatchTheGeneralConversion) {
+    const float samples[] = {0.0f,  -0.0f,   -0.001f, 0.125f, 0.375f,     -2.005f, 12.25f,
+                             -3.5f, 99.995f, 1e-7f,   -1e-7f, 123456.78f, 3.4e38f, -7.0f};
+    for (float v : samples) {
+        std::string fast;
+        appendFixed2(fast, v);
+        EXPECT_EQ(fast, formatFixed(v, 2)) << v;
+    }
+    std::uint32_t bits = 12345;
+    for (int i = 0; i < 200000; ++i) {
+        bits = bits * 1664525u + 1013904223u;
+        const float v = static_cast<float>(static_cast<std::int32_t>(bits) % 2000000) / 997.0f;
+        std::string fast;
+        appendFixed2(fast, v);
+        ASSERT_EQ(fast, formatFixed(v, 2)) << v;
+    }
 }
 
 }  // namespace

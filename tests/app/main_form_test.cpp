@@ -1,0 +1,445 @@
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QToolBar>
+
+#include "document/document_file.h"
+#include "main_form_fixture.h"
+#include "views/mdi_child.h"
+
+namespace {
+
+QStringList captions(const TMainForm& form) {
+    QStringList list;
+    for (const TMDIChild* child : form.DocumentWindows()) {
+        list.append(child->windowTitle());
+    }
+    return list;
+}
+
+void editFileMemo(TMDIChild* child, const QString& text) {
+    auto* memo = child->findChild<QPlainTextEdit*>(QStringLiteral("MemoFile1"));
+    ASSERT_NE(memo, nullptr);
+    memo->appendPlainText(text);
+}
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+struct ActionRow {
+    const char* name;
+    const char* caption;
+    const char* shortcut;
+    bool enabled;
+};
+
+TEST_F(MainFormTest, ActionsCarryTheirCaptionsShortcutsAndStartingState) {
+    MainFormOptions options;
+    options.settings = settings_.get();
+    options.showSplash = false;
+    TMainForm form(options);
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("Veltrona Sonalyx"));
+    const ActionRow rows[] = {
+        {"FileOpen1", "Open(&O)", "Ctrl+O", false},
+        {"FileClose1", "Close(&C)", "", true},
+        {"FileSave1", "Save(&S)", "Ctrl+S", false},
+        {"FileSaveAs1", "SaveAs(&A)...", "", false},
+        {"FileReceive", "FileReceive", "", false},
+        {"FilePrint", "FilePrint", "", false},
+        {"FilePreview", "Preview(&V)", "", false},
+        {"FileExit1", "Exit(&X)", "", true},
+        {"EditUndo1", "Undo(&U)", "Ctrl+Z", false},
+        {"EditCut1", "Cut(&T)", "Ctrl+X", false},
+        {"EditCopy1", "Copy(&C)...", "Ctrl+C", false},
+        {"EditPaste1", "Paste(&P)", "Ctrl+V", true},
+        {"WindowCascade1", "Cascade(&C)", "", true},
+        {"WindowTileHorizontal1", "Tile(&T)", "", true},
+        {"WindowTileVertical1", "TileVertical(&V)", "", true},
+        {"WindowMinimizeAll1", "Minimize(&M)", "", true},
+        {"WindowArrangeAll1", "Arrange(&A)", "", true},
+        {"HelpAbout1", "VersionInfo(&A)...", "", false},
+        {"Graph2D", "Graph2D(&2)", "", false},
+        {"Graph3D", "Graph3D(&3)", "", false},
+    };
+    for (const ActionRow& row : rows) {
+        QAction* action = form.Action(QLatin1String(row.name));
+        ASSERT_NE(action, nullptr) << row.name;
+        EXPECT_EQ(action->text(), QLatin1String(row.caption)) << row.name;
+        EXPECT_EQ(action->shortcut().toString(), QLatin1String(row.shortcut)) << row.name;
+        EXPECT_EQ(action->isEnabled(), row.enabled) << row.name;
+    }
+    for (const char* name : {"ActionEachCh", "ActionPairCh", "ActionDemo", "FileOtherReceive"}) {
+        EXPECT_NE(form.Action(QLatin1String(name)), nullptr) << name;
+    }
+    EXPECT_EQ(form.Action(QStringLiteral("EditDelete1"))->shortcut().toString(),
+              QStringLiteral("Ctrl+Del"));
+
+    ASSERT_TRUE(waitFor([&form] { return form.StartupFinished(); }));
+    EXPECT_TRUE(form.Action(QStringLiteral("FileOpen1"))->isEnabled());
+    EXPECT_TRUE(form.Action(QStringLiteral("HelpAbout1"))->isEnabled());
+    // Nothing listens for a receive yet, so it is not offered.
+    EXPECT_FALSE(form.Action(QStringLiteral("FileReceive"))->isEnabled());
+}
+
+TEST_F(MainFormTest, MenusAndToolBarHoldTheirItems) {
+    TMainForm& form = start();
+    QStringList menus;
+    for (QAction* menu : form.menuBar()->actions()) {
+        menus.append(menu->text());
+    }
+    EXPECT_EQ(menus,
+              (QStringList{"File(&F)", "Edit(&E)", "Display(&D)", "Window(&W)", "Help(&H)"}));
+    QStringList tools;
+    for (QAction* action : form.findChild<QToolBar*>(QStringLiteral("ToolBar1"))->actions()) {
+        if (!action->objectName().isEmpty()) {
+            tools.append(action->objectName());
+        }
+    }
+    EXPECT_EQ(tools,
+              (QStringList{"FileOpen1", "FileSave1", "FileReceive", "FilePrint", "FilePreview",
+                           "EditCut1", "EditCopy1", "EditPaste1", "Graph2D", "Graph3D",
+                           "WindowCascade1", "WindowTileHorizontal1", "WindowArrangeAll1"}));
+}
+
+TEST_F(MainFormTest, OpensFromTheOpenDialog) {
+    TMainForm& form = start();
+    const QString path = sample(QStringLiteral("7"));
+    ModalAnswerer answers;
+    answers.choose(QString()).choose(path);
+    form.FileOpen1Execute();
+    EXPECT_TRUE(form.DocumentWindows().isEmpty());
+    form.FileOpen1Execute();
+    EXPECT_EQ(captions(form), QStringList{path});
+    EXPECT_EQ(form.History().Entries(), QStringList{path});
+    EXPECT_TRUE(answers.messages().isEmpty());
+    EXPECT_TRUE(answers.allUsed());
+    EXPECT_TRUE(form.Action(QStringLiteral("FileSave1"))->isEnabled());
+    EXPECT_TRUE(form.Action(QStringLiteral("Graph2D"))->isEnabled());
+    EXPECT_FALSE(form.Action(QStringLiteral("Graph3D"))->isEnabled());
+}
+
+TEST_F(MainFormTest, OpensAHistoryItemAndReportsOneThatIsGone) {
+    const QString present = sample(QStringLiteral("9"));
+    const QString gone = folder_.filePath(QStringLiteral("gone.csv"));
+    settings_->setValue(QStringLiteral("FILEHISTORY/COUNT"), 2);
+    settings_->setValue(QStringLiteral("FILEHISTORY/PATH0"), gone);
+    settings_->setValue(QStringLiteral("FILEHISTORY/PATH1"), present);
+    settings_->sync();
+    TMainForm& form = start();
+    QAction* first = form.findChild<QAction*>(QStringLiteral("HistoryItem0"));
+    QAction* second = form.findChild<QAction*>(QStringLiteral("HistoryItem1"));
+    EXPECT_TRUE(first->isVisible());
+    EXPECT_EQ(second->text(), present);
+    EXPECT_FALSE(form.findChild<QAction*>(QStringLiteral("HistoryItem2"))->isVisible());
+
+    ModalAnswerer answers;
+    first->trigger();
+    EXPECT_EQ(answers.messages(), QStringList{"The file is not exist.|" + gone});
+    second->trigger();
+    EXPECT_EQ(captions(form), QStringList{present});
+    EXPECT_EQ(form.History().Entries(), (QStringList{present, gone}));
+}
+
+TEST_F(MainFormTest, CommandLineOpensInOrderUpToNineWithOneMessage) {
+    const QStringList files = samples(11);
+    ModalAnswerer answers;
+    TMainForm& form = start(files);
+    EXPECT_EQ(form.DocumentWindows().size(), 9);
+    EXPECT_EQ(answers.messages(), QStringList{"No more window.|"});
+    const auto windows = form.MdiArea()->subWindowList(QMdiArea::CreationOrder);
+    for (int i = 0; i < 9; ++i) {
+        EXPECT_EQ(windows.at(i)->windowTitle(), files.at(i));
+    }
+}
+
+TEST_F(MainFormTest, CommandLineTakesRelativePathsAsFullPaths) {
+    const QString path = sample(QStringLiteral("5"));
+    const QString previous = QDir::currentPath();
+    QDir::setCurrent(folder_.path());
+    TMainForm& form = start({QStringLiteral("layout-5.csv")});
+    QDir::setCurrent(previous);
+    EXPECT_EQ(captions(form), QStringList{path});
+}
+
+TEST_F(MainFormTest, DroppingThreeFilesOnEightOpensOneAndSaysNoMoreOnce) {
+    const QStringList files = samples(11);
+    TMainForm& form = start(files.mid(0, 8));
+    ASSERT_EQ(form.DocumentWindows().size(), 8);
+    ModalAnswerer answers;
+    dropFiles(files.mid(8, 3));
+    ASSERT_TRUE(waitFor([&] { return !answers.messages().isEmpty(); }));
+    EXPECT_EQ(form.DocumentWindows().size(), 9);
+    EXPECT_TRUE(captions(form).contains(files.at(8)));
+    EXPECT_FALSE(captions(form).contains(files.at(9)));
+    EXPECT_EQ(answers.messages(), QStringList{"No more window.|"});
+}
+
+TEST_F(MainFormTest, OpenDialogRefusesATenthWindow) {
+    TMainForm& form = start(samples(9));
+    ModalAnswerer answers;
+    form.FileOpen1Execute();
+    EXPECT_EQ(answers.messages(), QStringList{"No more window.|"});
+    EXPECT_EQ(answers.unexpected(), 1);  // the message was all: no file dialog came up
+}
+
+TEST_F(MainFormTest, AnIllegalFileClosesItsNewWindow) {
+    const QString path = writeFile(QStringLiteral("notes.csv"), "just some notes\r\n");
+    ModalAnswerer answers;
+    TMainForm& form = start({path});
+    EXPECT_EQ(answers.messages(), QStringList{"Illegal file format.|" + path});
+    ASSERT_TRUE(waitFor([&form] { return form.MdiArea()->subWindowList().isEmpty(); }));
+    EXPECT_TRUE(form.History().Entries().isEmpty());
+    EXPECT_FALSE(form.Action(QStringLiteral("FileSave1"))->isEnabled());
+}
+
+TEST_F(MainFormTest, AFileThatCannotBeReadIsReported) {
+    const QString path = folder_.filePath(QStringLiteral("folder.csv"));
+    ASSERT_TRUE(QDir().mkpath(path));
+    ModalAnswerer answers;
+    TMainForm& form = start({path});
+    EXPECT_EQ(answers.messages(),
+              QStringList{"Can't read the file. Please close, if it's opened.|" + path});
+    EXPECT_TRUE(form.DocumentWindows().isEmpty());
+}
+
+TEST_F(MainFormTest, HistoryKeepsOneEntryPerFileAndTheEightNewest) {
+    const QStringList files = samples(9);
+    TMainForm& form = start();
+    form.OpenDocumentFile(files.at(0));
+    form.OpenDocumentFile(files.at(1));
+    form.OpenDocumentFile(files.at(0));
+    EXPECT_EQ(form.History().Entries(), (QStringList{files.at(0), files.at(1)}));
+    for (const QString& path : files.mid(2)) {
+        form.OpenDocumentFile(path);
+    }
+    ASSERT_EQ(form.History().Entries().size(), 8);
+    EXPECT_EQ(form.History().Entries().front(), files.at(8));
+    EXPECT_FALSE(form.History().Entries().contains(files.at(1)));
+    EXPECT_EQ(form.findChild<QAction*>(QStringLiteral("HistoryItem7"))->text(), files.at(0));
+}
+
+TEST_F(MainFormTest, ReopeningTheNewestFileLeavesTheStoredHistoryAlone) {
+    const QString path = sample(QStringLiteral("10"));
+    settings_->setValue(QStringLiteral("FILEHISTORY/COUNT"), 1);
+    settings_->setValue(QStringLiteral("FILEHISTORY/PATH0"), path);
+    settings_->setValue(QStringLiteral("FILEHISTORY/MARK"), 7);
+    settings_->sync();
+    TMainForm& form = start({path});
+    EXPECT_FALSE(form.History().Changed());
+    form.close();
+    EXPECT_TRUE(QSettings(settings_->fileName(), QSettings::IniFormat)
+                    .contains(QStringLiteral("FILEHISTORY/MARK")));
+}
+
+TEST_F(MainFormTest, ARefusedCloseKeepsTheFrameButWritesTheHistory) {
+    const QString path = sample(QStringLiteral("5"));
+    TMainForm& form = start({path});
+    editFileMemo(form.DocumentWindows().front(), QStringLiteral("moved the sofa"));
+    ModalAnswerer answers;
+    answers.press(QStringLiteral("CANCEL"));
+    EXPECT_FALSE(form.close());
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(answers.messages(), QStringList{"Save changes to layout-5.csv ?|"});
+    EXPECT_EQ(storedHistory(), QStringList{path});
+    EXPECT_EQ(form.DocumentWindows().size(), 1);
+}
+
+TEST_F(MainFormTest, CloseQuestionAnsweredYesSavesNoDiscardsCancelKeeps) {
+    const QString yesPath = sample(QStringLiteral("5"), QStringLiteral("yes.csv"));
+    const QString noPath = sample(QStringLiteral("7"), QStringLiteral("no.csv"));
+    const QString cancelPath = sample(QStringLiteral("9"), QStringLiteral("cancel.csv"));
+    const QByteArray noBefore = contents(noPath);
+    TMainForm& form = start({yesPath, noPath, cancelPath});
+    for (TMDIChild* child : form.DocumentWindows()) {
+        editFileMemo(child, QStringLiteral("second visit"));
+    }
+    ModalAnswerer answers;
+    answers.press(QStringLiteral("YES"))
+        .press(QStringLiteral("NO"))
+        .press(QStringLiteral("CANCEL"));
+    const auto windows = form.MdiArea()->subWindowList(QMdiArea::CreationOrder);
+    EXPECT_TRUE(windows.at(0)->close());
+    EXPECT_TRUE(windows.at(1)->close());
+    EXPECT_FALSE(windows.at(2)->close());
+    EXPECT_EQ(answers.messages(),
+              (QStringList{"Save changes to yes.csv ?|", "Save changes to no.csv ?|",
+                           "Save changes to cancel.csv ?|"}));
+    EXPECT_TRUE(contents(yesPath).contains("second visit"));
+    EXPECT_EQ(contents(noPath), noBefore);
+    ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 1; }));
+    EXPECT_EQ(captions(form), QStringList{cancelPath});
+}
+
+TEST_F(MainFormTest, FrameAsksEachDocumentFrontFirstAndStopsAtTheFirstRefusal) {
+    const QStringList files = samples(3);
+    TMainForm& form = start(files);
+    for (TMDIChild* child : form.DocumentWindows()) {
+        editFileMemo(child, QStringLiteral("note"));
+    }
+    ModalAnswerer answers;
+    answers.press(QStringLiteral("NO")).press(QStringLiteral("CANCEL"));
+    EXPECT_FALSE(form.close());
+    // The last opened window is in front and is asked first.
+    EXPECT_EQ(answers.messages(),
+              (QStringList{"Save changes to run3.csv ?|", "Save changes to run2.csv ?|"}));
+    ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 2; }));
+    EXPECT_EQ(captions(form).size(), 2);
+    EXPECT_FALSE(captions(form).contains(files.at(2)));
+    EXPECT_TRUE(form.isVisible());
+}
+
+TEST_F(MainFormTest, ReceivedDocumentAsksSaveNewDataAndJoinsTheHistory) {
+    const auto lines = sonalyx::readDocumentLines(sample(QStringLiteral("11")).toStdString());
+    ASSERT_TRUE(lines.has_value());
+    TMainForm& form = start();
+    TMDIChild* child = form.OpenReceivedLines(*lines);
+    ASSERT_NE(child, nullptr);
+    EXPECT_EQ(child->windowTitle(), QStringLiteral("New Data"));
+    EXPECT_TRUE(child->IsModified());
+
+    const QString target = folder_.filePath(QStringLiteral("received.csv"));
+    ModalAnswerer answers;
+    answers.press(QStringLiteral("YES")).choose(target);
+    EXPECT_TRUE(child->close());
+    EXPECT_EQ(answers.messages(), QStringList{"Save New Data ?|"});
+    EXPECT_TRUE(QFile::exists(target));
+    EXPECT_EQ(form.History().Entries(), QStringList{target});
+}
+
+TEST_F(MainFormTest, YesToSaveNewDataClosesEvenWhenSaveAsIsCancelled) {
+    const auto lines = sonalyx::readDocumentLines(sample(QStringLiteral("7")).toStdString());
+    TMainForm& form = start();
+    TMDIChild* child = form.OpenReceivedLines(*lines);
+    ModalAnswerer answers;
+    answers.press(QStringLiteral("YES")).choose(QString());
+    EXPECT_TRUE(child->close());
+    EXPECT_TRUE(form.History().Entries().isEmpty());
+    EXPECT_TRUE(answers.allUsed());
+}
+
+TEST_F(MainFormTest, SaveOfNewDataAsksForANameAndOverwriteNoAsksAgain) {
+    const auto lines = sonalyx::readDocumentLines(sample(QStringLiteral("9")).toStdString());
+    const QString existing = writeFile(QStringLiteral("taken.csv"), "old");
+    const QString fresh = folder_.filePath(QStringLiteral("fresh.csv"));
+    TMainForm& form = start();
+    form.OpenReceivedLines(*lines);
+    ModalAnswerer answers;
+    answers.choose(existing).press(QStringLiteral("NO")).choose(fresh);
+    form.FileSave1Execute();
+    EXPECT_EQ(answers.messages(), QStringList{"Overwrite , OK ?|"});
+    EXPECT_EQ(contents(existing), QByteArray("old"));
+    EXPECT_TRUE(contents(fresh).startsWith("[DATE]"));
+    EXPECT_EQ(captions(form), QStringList{fresh});
+    EXPECT_EQ(form.History().Entries(), QStringList{fresh});
+    EXPECT_FALSE(form.DocumentWindows().front()->IsModified());
+}
+
+TEST_F(MainFormTest, SaveAsAddsTheNewPathToTheHistory) {
+    const QString path = sample(QStringLiteral("5"));
+    const QString copy = folder_.filePath(QStringLiteral("copy.csv"));
+    TMainForm& form = start({path});
+    ModalAnswerer answers;
+    answers.choose(copy);
+    form.FileSaveAs1Execute();
+    EXPECT_EQ(form.History().Entries(), (QStringList{copy, path}));
+    EXPECT_EQ(captions(form), QStringList{copy});
+    EXPECT_EQ(contents(copy), contents(path));
+}
+
+TEST_F(MainFormTest, GraphModeSwitchesEveryWindowAndNewOnesFollow) {
+    const QStringList files = samples(3);
+    TMainForm& form = start(files.mid(0, 2));
+    QAction* graph2D = form.Action(QStringLiteral("Graph2D"));
+    QAction* graph3D = form.Action(QStringLiteral("Graph3D"));
+    graph2D->trigger();
+    EXPECT_FALSE(graph2D->isEnabled());
+    EXPECT_TRUE(graph3D->isEnabled());
+    for (TMDIChild* child : form.DocumentWindows()) {
+        EXPECT_FALSE(child->IsGraph3D());
+    }
+    form.OpenDocumentFile(files.at(2));
+    EXPECT_FALSE(form.ActiveDocument()->IsGraph3D());
+    graph3D->trigger();
+    for (TMDIChild* child : form.DocumentWindows()) {
+        EXPECT_TRUE(child->IsGraph3D());
+    }
+    EXPECT_TRUE(graph2D->isEnabled());
+    EXPECT_FALSE(graph3D->isEnabled());
+}
+
+TEST_F(MainFormTest, ChannelTypeActionsSetTheActiveWindowsMode) {
+    TMainForm& form = start(samples(2));
+    TMDIChild* active = form.ActiveDocument();
+    form.Action(QStringLiteral("ActionPairCh"))->trigger();
+    EXPECT_EQ(active->PairMode(), 1);
+    EXPECT_EQ(form.DocumentWindows().back()->PairMode(), 0);
+    form.Action(QStringLiteral("ActionEachCh"))->trigger();
+    EXPECT_EQ(active->PairMode(), 0);
+}
+
+TEST_F(MainFormTest, DemoRotatesTheActiveDocumentOnTheSharedTimer) {
+    TMainForm& form = start(samples(1));
+    QAction* demo = form.Action(QStringLiteral("ActionDemo"));
+    const int before = form.ActiveDocument()->RotationPosition();
+    demo->setChecked(true);
+    EXPECT_EQ(form.TimerTag(), 11);
+    ASSERT_TRUE(waitFor([&] { return form.ActiveDocument()->RotationPosition() != before; }));
+    demo->setChecked(false);
+    EXPECT_NE(form.TimerTag(), 11);
+}
+
+TEST_F(MainFormTest, ClosingTheLastDocumentDisablesTheDocumentActions) {
+    TMainForm& form = start(samples(1));
+    EXPECT_TRUE(form.Action(QStringLiteral("FileSave1"))->isEnabled());
+    form.Action(QStringLiteral("FileClose1"))->trigger();
+    ASSERT_TRUE(waitFor([&form] { return form.MdiArea()->subWindowList().isEmpty(); }));
+    for (const char* name : {"FileSave1", "FileSaveAs1", "Graph2D", "Graph3D", "ActionDemo"}) {
+        EXPECT_FALSE(form.Action(QLatin1String(name))->isEnabled()) << name;
+    }
+}
+
+TEST_F(MainFormTest, WindowArrangementTilesAndMinimises) {
+    TMainForm& form = start(samples(3));
+    const QRect area = form.MdiArea()->viewport()->rect();
+    form.WindowTileHorizontal1Execute();
+    auto windows = form.MdiArea()->subWindowList(QMdiArea::CreationOrder);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(windows.at(i)->geometry(),
+                  QRect(0, i * (area.height() / 3), area.width(), area.height() / 3));
+    }
+    form.WindowTileVertical1Execute();
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(windows.at(i)->geometry(),
+                  QRect(i * (area.width() / 3), 0, area.width() / 3, area.height()));
+    }
+    form.WindowMinimizeAll1Execute();
+    form.WindowArrangeAll1Execute();
+    int left = 0;
+    for (QMdiSubWindow* window : windows) {
+        EXPECT_TRUE(window->isMinimized());
+        EXPECT_EQ(window->geometry().bottom(), area.height() - 1);
+        EXPECT_EQ(window->x(), left);
+        left += window->width();
+    }
+}
+
+TEST_F(MainFormTest, HelpOpensTheVersionBoxAndTheGlossary) {
+    TMainForm& form = start();
+    ModalAnswerer answers;
+    form.Action(QStringLiteral("HelpAbout1"))->trigger();
+    EXPECT_EQ(answers.otherWindows(), QStringList{"Version Information"});
+    form.Action(QStringLiteral("GlossaryG1"))->trigger();
+    auto* glossary = form.findChild<QWidget*>(QStringLiteral("Glossary"));
+    ASSERT_NE(glossary, nullptr);
+    EXPECT_TRUE(glossary->isVisible());
+    EXPECT_EQ(glossary->windowTitle(), QStringLiteral("Veltrona Sonalyx - Glossary"));
+}
+
+}  // namespace

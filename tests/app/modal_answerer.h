@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <deque>
+
+// Answers the modal windows the code under test opens, as a user would: message dialogs by
+// their buttons, file dialogs with a path (or cancel), any other modal window by closing it.
+// It records what each message dialog said, as "first line|second line".
+class ModalAnswerer : public QObject {
+    Q_OBJECT
+
+  public:
+    ModalAnswerer();
+
+    // Next message dialog: press "YES", "NO", "CANCEL" or "OK".
+    ModalAnswerer& press(const QString& button);
+    // Next file dialog: choose this path; an empty path cancels.
+    ModalAnswerer& choose(const QString& path);
+
+    const QStringList& messages() const { return messages_; }
+    const QStringList& otherWindows() const { return others_; }
+    int unexpected() const { return unexpected_; }
+    bool allUsed() const { return answers_.empty(); }
+
+  private:
+    void poll();
+
+    struct Reply {
+        bool file = false;
+        QString value;
+    };
+    std::deque<Reply> answers_;
+    QStringList messages_;
+    QStringList others_;
+    int unexpected_ = 0;
+    QTimer timer_;
+};
