@@ -4,6 +4,8 @@
 
 namespace sonalyx::test {
 
+// The application lives until the process ends: tearing it down after the tests' own statics
+// are gone crashes at exit.
 void ensureApplication() {
     if (QCoreApplication::instance() != nullptr) {
         return;
@@ -13,9 +15,13 @@ void ensureApplication() {
     static char* argv[] = {name, nullptr};
 #ifdef SONALYX_NO_WIDGETS
     // Runs without any display: timers and serial ports need no more than this.
-    static QCoreApplication application(argc, argv);
+    new QCoreApplication(argc, argv);
 #else
-    static QApplication application(argc, argv);
+    // The widgets are tested without a display.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    new QApplication(argc, argv);
 #endif
 }
 
