@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <memory>
 
 #include "raw_pty.h"
 #include "recording_messenger.h"
@@ -14,54 +15,57 @@ namespace {
 
 class FormRS232CTest : public ::testing::Test {
   protected:
-    void SetUp() override { test::ensureApplication(); }
+    void SetUp() override {
+        test::ensureApplication();
+        window = std::make_unique<TFormRS232C>(messenger);
+    }
 
-    QPlainTextEdit* memo() { return form.findChild<QPlainTextEdit*>("Memo1"); }
+    QPlainTextEdit* memo() { return window->findChild<QPlainTextEdit*>("Memo1"); }
 
     test::RecordingMessenger messenger;
-    TFormRS232C form{messenger};
+    std::unique_ptr<TFormRS232C> window;
 };
 
 TEST_F(FormRS232CTest, ShowsReceivingOnABlackWindowWithAProgressBar) {
-    EXPECT_EQ(form.windowTitle(), "Sonalyx");
-    EXPECT_EQ(form.size(), QSize(299, 66));
-    EXPECT_EQ(form.palette().color(QPalette::Window), QColor(Qt::black));
-    auto* label = form.findChild<QLabel*>("Label1");
+    EXPECT_EQ(window->windowTitle(), "Sonalyx");
+    EXPECT_EQ(window->size(), QSize(299, 66));
+    EXPECT_EQ(window->palette().color(QPalette::Window), QColor(Qt::black));
+    auto* label = window->findChild<QLabel*>("Label1");
     ASSERT_NE(label, nullptr);
     EXPECT_EQ(label->text(), "Receiving");
     EXPECT_EQ(label->font().family(), "Arial");
     EXPECT_EQ(label->font().pixelSize(), 16);
     EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(Qt::white));
-    auto* bar = form.findChild<QProgressBar*>("ProgressBar1");
+    auto* bar = window->findChild<QProgressBar*>("ProgressBar1");
     ASSERT_NE(bar, nullptr);
     EXPECT_EQ(bar->minimum(), 0);
     EXPECT_EQ(bar->maximum(), 100);
-    form.setProgress(37);
+    window->setProgress(37);
     EXPECT_EQ(bar->value(), 37);
     ASSERT_NE(memo(), nullptr);
-    form.show();
+    window->show();
     EXPECT_FALSE(memo()->isVisible());
-    EXPECT_TRUE(form.windowFlags() & Qt::WindowStaysOnTopHint);
+    EXPECT_TRUE(window->windowFlags() & Qt::WindowStaysOnTopHint);
 }
 
 TEST_F(FormRS232CTest, TheTraceGoesToMemo1OnlyInMonitorMode) {
     test::RawPty pty;
-    ASSERT_TRUE(form.OpenPort(pty.portPath(), true));
+    ASSERT_TRUE(window->OpenPort(pty.portPath(), true));
     EXPECT_EQ(memo()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
-    form.LogLine("a line of my own");
-    form.link().close();
+    window->LogLine("a line of my own");
+    window->link().close();
     EXPECT_EQ(memo()->toPlainText().toStdString(),
               pty.portPath() + ": OPENNED\na line of my own\nPort closed.");
 
     memo()->clear();
-    ASSERT_TRUE(form.OpenPort(pty.portPath(), false));
-    form.LogLine("not written");
-    form.link().close();
+    ASSERT_TRUE(window->OpenPort(pty.portPath(), false));
+    window->LogLine("not written");
+    window->link().close();
     EXPECT_TRUE(memo()->toPlainText().isEmpty());
 }
 
 TEST_F(FormRS232CTest, AFailedOpenIsReportedOnce) {
-    EXPECT_FALSE(form.OpenPort("/dev/sonalyx-no-such-port", false));
+    EXPECT_FALSE(window->OpenPort("/dev/sonalyx-no-such-port", false));
     EXPECT_EQ(messenger.messages, std::vector<std::string>(
                                       {"Cannot open the serial port(/dev/sonalyx-no-such-port)."}));
     EXPECT_EQ(memo()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);

@@ -4,6 +4,8 @@
 
 namespace sonalyx::test {
 
+// The application lives until the process ends: tearing it down after the tests' own statics
+// are gone crashes at exit.
 void ensureApplication() {
     if (QCoreApplication::instance() != nullptr) {
         return;
@@ -11,7 +13,16 @@ void ensureApplication() {
     static int argc = 1;
     static char name[] = "link_tests";
     static char* argv[] = {name, nullptr};
-    static QApplication application(argc, argv);
+#ifdef SONALYX_NO_WIDGETS
+    // Runs without any display: timers and serial ports need no more than this.
+    new QCoreApplication(argc, argv);
+#else
+    // The widgets are tested without a display.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    new QApplication(argc, argv);
+#endif
 }
 
 }  // namespace sonalyx::test
