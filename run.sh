@@ -45,8 +45,8 @@ for f in data/samples/*.csv; do
   "$cli" convert "$f" -o "out/$(basename "$f")"
   echo "  read and wrote back $f -> out/$(basename "$f")"
 done
-if start_emulator && "$cli" receive --help >/dev/null 2>&1; then
-  "$cli" receive --port "$port_link" --tick-ms 20 -o out/received.csv
+if start_emulator; then
+  "$cli" receive --port "$port_link" --tick-ms 100 -o out/received.csv
   echo "  received a configuration-10 measurement from the emulator -> out/received.csv"
 fi
 echo "Done. Results are in out/."
