@@ -1,10 +1,15 @@
 # sonalyx_add_test(NAME SOURCES ... LIBS ... [GUI])
-# One GoogleTest program; each test case becomes a CTest test. GUI tests run under the
-# offscreen platform so they need no display.
+# One GoogleTest program; each test case becomes a CTest test. GUI tests get a main that
+# starts a QApplication under the offscreen platform, so they need no display.
 function(sonalyx_add_test name)
   cmake_parse_arguments(ARG "GUI" "TIMEOUT" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gmock GTest::gtest_main)
+  # Widget tests bring up a QApplication in their main; the others use GoogleTest's own.
+  if(ARG_GUI)
+    target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gmock sonalyx_gui_test_main)
+  else()
+    target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gmock GTest::gtest_main)
+  endif()
   target_compile_definitions(${name} PRIVATE
     SONALYX_TEST_DATA_DIR="${SONALYX_TEST_DATA_DIR}"
     SONALYX_SAMPLES_DIR="${SONALYX_SAMPLES_DIR}"

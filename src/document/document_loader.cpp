@@ -122,19 +122,19 @@ float readValue(const char* first, const char* last) {
     return static_cast<float>(negative ? -value : value);
 }
 
-// A band row: a label, then up to 32 values; missing values stay 0.
-void readBandRow(std::string_view row, Curve& curve) {
-    curve.fill(0.0f);
-    size_t pos = row.find(',');
-    if (pos == std::string_view::npos)
-        return;
-    const char* p = row.data() + pos + 1;
+// A row of a label and values (32 reverb values or 64 group delay values); values missing at
+// the end of the row stay 0, those past the last are ignored.
+template <size_t N>
+void readLabelledRow(std::string_view row, std::array<float, N>& values) {
+    values.fill(0.0f);
+    const size_t label = row.find(',');
+    if (label == std::string_view::npos) return;
+    const char* p = row.data() + label + 1;
     const char* const end = row.data() + row.size();
-    for (int t = 0; t < kTimePoints; ++t) {
+    for (size_t i = 0; i < N; ++i) {
         const char* comma = std::find(p, end, ',');
-        curve[t] = readValue(p, comma);
-        if (comma == end)
-            return;
+        values[i] = readValue(p, comma);
+        if (comma == end) return;
         p = comma + 1;
     }
 }
@@ -277,7 +277,7 @@ class Loader {
             const size_t row = static_cast<size_t>(marker) + 3 + static_cast<size_t>(band);
             if (row >= lines_.size())
                 break;
-            readBandRow(lines_[row], curves[band]);
+            readLabelledRow(lines_[row], curves[band]);
         }
         doc_.positionHasData[variant][p] = true;
         doc_.anyVariantData[variant] = true;
@@ -339,23 +339,6 @@ class Loader {
     std::vector<int> channelIds_;
 };
 
-// Reads "Name,v1,v2,..." into up to 64 values.
-void readGroupDelayRow(std::string_view row, std::array<float, kGroupDelayBands>& values) {
-    values.fill(0.0f);
-    size_t pos = row.find(',');
-    if (pos == std::string_view::npos)
-        return;
-    const char* p = row.data() + pos + 1;
-    const char* const end = row.data() + row.size();
-    for (int i = 0; i < kGroupDelayBands; ++i) {
-        const char* comma = std::find(p, end, ',');
-        values[i] = readValue(p, comma);
-        if (comma == end)
-            return;
-        p = comma + 1;
-    }
-}
-
 }  // namespace
 
 void parseGroupDelay(MeasurementDocument& doc) {
@@ -387,7 +370,7 @@ void parseGroupDelay(MeasurementDocument& doc) {
             if (g < 0)
                 continue;
             gd.hasData[0][g] = true;
-            readGroupDelayRow(kept[i], gd.values[0][g]);
+            readLabelledRow(kept[i], gd.values[0][g]);
             ++gd.groupCount;
         }
     }
@@ -398,7 +381,7 @@ void parseGroupDelay(MeasurementDocument& doc) {
             const int g = groupOf(kept[i]);
             if (g >= 0) {
                 gd.hasData[1][g] = true;
-                readGroupDelayRow(kept[i], gd.values[1][g]);
+                readLabelledRow(kept[i], gd.values[1][g]);
                 continue;
             }
             const size_t at = kept[i].find("Offset = ");

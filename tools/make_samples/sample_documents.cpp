@@ -8,8 +8,7 @@
 #include "document/document_writer.h"
 #include "document/speaker_layout.h"
 #include "document/text_format.h"
-#include "emulator/parameter_replies.h"
-#include "retrieval/parameter_conversion.h"
+#include "emulator/parameter_feed.h"
 
 namespace sonalyx {
 
@@ -156,13 +155,6 @@ std::vector<std::string> groupDelayLines(int layout) {
     return lines;
 }
 
-std::vector<ReplyItem> items(const std::vector<emulator::Reply>& replies) {
-    std::vector<ReplyItem> out;
-    for (const auto& r : replies)
-        out.push_back({r.attribute, r.body});
-    return out;
-}
-
 // The parameter rows as the receive conversion writes them for the emulator's receiver.
 std::vector<std::string> parameterLines(int layout, const SampleStyle& style) {
     emulator::ParameterProfile profile;
@@ -172,28 +164,7 @@ std::vector<std::string> parameterLines(int layout, const SampleStyle& style) {
     profile.distanceUnit = layout == 7 ? 3 : (layout == 9 ? 1 : 0);
     profile.xCurveCode = layout == 11 ? 7 : 2;
     profile.levelItemLength = layout >= 10 ? 15 : 10;
-    ParameterConverter converter;
-    converter.reset();
-    converter.setConfiguration(layout, style.bandSelector);
-    std::vector<std::string> lines;
-    converter.convertSystemInfo(emulator::systemInfoReply(profile).body);
-    const emulator::Reply sp = emulator::speakerSettingReply(profile);
-    converter.convertSpeakerSetting(sp.attribute, sp.body, lines);
-    const auto groups = emulator::eqAllReply(profile);
-    std::vector<ReplyItem> records;
-    std::vector<int> attributes;
-    int perGroup = 0;
-    for (const auto& group : groups) {
-        perGroup = static_cast<int>(group.size());
-        for (const auto& record : group)
-            records.push_back({record.reply.attribute, record.reply.body});
-        attributes.push_back(group.empty() ? 0 : group.back().prefix);
-    }
-    converter.convertEqList(records, perGroup, attributes, lines);
-    converter.convertDistanceList(items(emulator::distanceAllReply(profile)), lines);
-    converter.convertLevelList(items(emulator::levelAllReply(profile)), lines);
-    converter.convertStandingWaveList(items(emulator::standingWaveAllReply(profile)), lines);
-    return lines;
+    return emulator::convertListReplies(profile);
 }
 
 }  // namespace
