@@ -27,8 +27,8 @@ bool onEdge(double unit) {
 
 void drawWalls(QPainter& painter, const ChartStyle& style, const ChartProjection& pr) {
     const ChartColours& c = style.colours();
-    painter.setPen(QPen(c.edges, 0));
     if (!pr.is3D()) {
+        painter.setPen(QPen(c.edges, 0));
         painter.setBrush(c.backWall);
         painter.drawRect(pr.plotRect());
         return;
@@ -41,12 +41,27 @@ void drawWalls(QPainter& painter, const ChartStyle& style, const ChartProjection
                              pr.mapUnit(0, 1, f)};
     const QPointF floor[4] = {pr.mapUnit(0, 0, f), pr.mapUnit(1, 0, f), pr.mapUnit(1, 0, b),
                               pr.mapUnit(0, 0, b)};
-    painter.setBrush(c.backWall);
-    painter.drawPolygon(back, 4);
-    painter.setBrush(c.leftWall);
-    painter.drawPolygon(left, 4);
-    painter.setBrush(c.bottomWall);
-    painter.drawPolygon(floor, 4);
+    const struct {
+        const QPointF* corners;
+        QColor colour;
+    } walls[] = {{back, c.backWall}, {left, c.leftWall}, {floor, c.bottomWall}};
+    // Filling is most of a chart's cost: a wall in the background's colour needs none, and the
+    // others are filled without antialiasing, their edges being drawn smooth over them.
+    const bool smooth = painter.testRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(Qt::NoPen);
+    for (const auto& wall : walls) {
+        if (wall.colour != c.background) {
+            painter.setBrush(wall.colour);
+            painter.drawPolygon(wall.corners, 4);
+        }
+    }
+    painter.setRenderHint(QPainter::Antialiasing, smooth);
+    painter.setPen(QPen(c.edges, 0));
+    painter.setBrush(Qt::NoBrush);
+    for (const auto& wall : walls) {
+        painter.drawPolygon(wall.corners, 4);
+    }
 }
 
 void drawGrid(QPainter& painter, const ChartModel& model, const ChartStyle& style,
@@ -80,7 +95,11 @@ void drawGrid(QPainter& painter, const ChartModel& model, const ChartStyle& styl
     }
     QPen pen(style.colours().grid, 0, model.walls.dottedGrid ? Qt::DotLine : Qt::SolidLine);
     painter.setPen(pen);
+    // A dotted hairline gains nothing from antialiasing and costs several times as much.
+    const bool smooth = painter.testRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::Antialiasing, false);
     painter.drawLines(lines.constData(), static_cast<int>(lines.size()));
+    painter.setRenderHint(QPainter::Antialiasing, smooth);
 }
 
 // Where each label's text goes, given the anchor on its axis line.
@@ -155,18 +174,22 @@ void drawAxisLabels(QPainter& painter, const ChartModel& model, const ChartStyle
     drawLabels(painter, ticks.depth, anchors, Side::Right, style);
 }
 
+// Titles stand beside the labels of the fitted plot, not at the chart's edges, so a 3D box
+// narrower than its chart keeps its titles close.
 void drawTitles(QPainter& painter, const ChartModel& model, const ChartStyle& style,
-                const QRectF& rect, const ChartProjection& pr) {
+                const QRectF& rect, const ChartTicks& ticks, const ChartProjection& pr) {
     const Margins& m = model.margins;
     const QRectF bounds = rect.adjusted(m.left, m.top, -m.right, -m.bottom);
     const QRectF& plot = pr.plotRect();
     const ChartColours& c = style.colours();
-    const double baseline = bounds.bottom() - (style.lineHeight() - style.ascent());
+    const double descent = style.lineHeight() - style.ascent();
+    const double baseline = std::min(bounds.bottom(), plot.bottom() + ticks.room.bottom) - descent;
 
     const QString left = model.left.visible ? model.left.title.trimmed() : QString();
     if (!left.isEmpty()) {
         painter.save();
-        painter.translate(bounds.left() + style.ascent(), plot.center().y());
+        painter.translate(std::max(bounds.left(), plot.left() - ticks.room.left) + style.ascent(),
+                          plot.center().y());
         painter.rotate(-90);
         painter.setPen(c.leftTitle);
         painter.drawText(QPointF(-style.textWidth(left) / 2, 0), left);
@@ -176,8 +199,8 @@ void drawTitles(QPainter& painter, const ChartModel& model, const ChartStyle& st
     const QString depth =
         pr.is3D() && model.depth.visible ? model.depth.title.trimmed() : QString();
     const double depthWidth = depth.isEmpty() ? 0 : style.textWidth(depth);
-    const double depthLeft = bounds.right() - depthWidth;
-    double bottomRight = depthLeft;  // where the bottom title must end to leave the depth title
+    const double depthLeft = std::min(bounds.right(), plot.right() + ticks.room.right) - depthWidth;
+    double bottomRight = depthLeft;  // where the bottom title ends
     const QString bottom = model.bottom.visible ? model.bottom.title.trimmed() : QString();
     if (!bottom.isEmpty()) {
         const double w = style.textWidth(bottom);
@@ -206,7 +229,7 @@ void drawChartFrame(QPainter& painter, const QRectF& rect, const ChartModel& mod
     }
     drawGrid(painter, model, style, ticks, projection);
     drawAxisLabels(painter, model, style, ticks, projection);
-    drawTitles(painter, model, style, rect, projection);
+    drawTitles(painter, model, style, rect, ticks, projection);
 }
 
 }  // namespace sonalyx::chart

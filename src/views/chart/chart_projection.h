@@ -82,7 +82,8 @@ class ChartProjection {
     double cosElevation_ = 1;
     double sinElevation_ = 0;
     double perspective_ = 0;  // 1 / eye distance, in 1 / pixels
-    double scale_ = 1;
+    double scaleX_ = 1;
+    double scaleY_ = 1;
     QPointF centre_;  // of the projected box before fitting
     QPointF target_;  // where that centre lands
 };
