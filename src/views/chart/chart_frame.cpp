@@ -121,8 +121,10 @@ QRectF labelRect(const QPointF& anchor, double width, Side side, const ChartStyl
 
 // Draws every k-th label with the smallest k that keeps neighbours apart, so a squeezed axis
 // (a small chart, or an axis seen end-on) thins its labels evenly instead of smudging them.
+// A label that would touch one of another axis (taken) is left out; those drawn join taken.
 void drawLabels(QPainter& painter, const std::vector<Tick>& ticks,
-                const std::vector<QPointF>& anchors, Side side, const ChartStyle& style) {
+                const std::vector<QPointF>& anchors, Side side, const ChartStyle& style,
+                QVarLengthArray<QRectF, 64>& taken) {
     QVarLengthArray<int, 64> labelled;
     QVarLengthArray<QRectF, 64> rects;
     for (std::size_t i = 0; i < ticks.size(); ++i) {
@@ -133,19 +135,31 @@ void drawLabels(QPainter& painter, const std::vector<Tick>& ticks,
     }
     const qsizetype n = rects.size();
     const double pad = style.gap() / 2;
+    const auto apart = [pad](const QRectF& a, const QRectF& b) {
+        return !a.adjusted(-pad, -pad / 2, pad, pad / 2).intersects(b);
+    };
     qsizetype step = 1;
     for (; step < n; ++step) {
         bool clear = true;
         for (qsizetype i = 0; i + step < n && clear; i += step) {
-            clear = !rects[i].adjusted(-pad, -pad / 2, pad, pad / 2).intersects(rects[i + step]);
+            clear = apart(rects[i], rects[i + step]);
         }
         if (clear) {
             break;
         }
     }
+    const qsizetype before = taken.size();
     for (qsizetype i = 0; i < n; i += step) {
+        bool free = true;
+        for (qsizetype t = 0; t < before && free; ++t) {
+            free = apart(rects[i], taken[t]);
+        }
+        if (!free) {
+            continue;
+        }
         painter.drawText(QPointF(rects[i].left(), rects[i].top() + style.ascent()),
                          ticks[static_cast<std::size_t>(labelled[i])].text);
+        taken.append(rects[i]);
     }
 }
 
@@ -156,22 +170,24 @@ void drawAxisLabels(QPainter& painter, const ChartModel& model, const ChartStyle
     std::vector<QPointF> anchors;
     anchors.reserve(std::max({ticks.left.size(), ticks.bottom.size(), ticks.depth.size()}));
     const double f = pr.frontDepth();
-    for (const Tick& t : ticks.left) {
-        anchors.push_back(
-            pr.mapUnit(0, unitOf(t.value, model.left.minimum, model.left.maximum), f));
-    }
-    drawLabels(painter, ticks.left, anchors, Side::Left, style);
-    anchors.clear();
+    // The bottom axis first: where axes meet (a box seen from above) its labels matter most.
+    QVarLengthArray<QRectF, 64> taken;
     for (const Tick& t : ticks.bottom) {
         anchors.push_back(
             pr.mapUnit(unitOf(t.value, model.bottom.minimum, model.bottom.maximum), 0, f));
     }
-    drawLabels(painter, ticks.bottom, anchors, Side::Below, style);
+    drawLabels(painter, ticks.bottom, anchors, Side::Below, style, taken);
+    anchors.clear();
+    for (const Tick& t : ticks.left) {
+        anchors.push_back(
+            pr.mapUnit(0, unitOf(t.value, model.left.minimum, model.left.maximum), f));
+    }
+    drawLabels(painter, ticks.left, anchors, Side::Left, style, taken);
     anchors.clear();
     for (const Tick& t : ticks.depth) {
         anchors.push_back(pr.mapUnit(1, 0, t.value));
     }
-    drawLabels(painter, ticks.depth, anchors, Side::Right, style);
+    drawLabels(painter, ticks.depth, anchors, Side::Right, style, taken);
 }
 
 // Titles stand beside the labels of the fitted plot, not at the chart's edges, so a 3D box
@@ -221,13 +237,17 @@ void drawTitles(QPainter& painter, const ChartModel& model, const ChartStyle& st
 
 }  // namespace
 
-void drawChartFrame(QPainter& painter, const QRectF& rect, const ChartModel& model,
-                    const ChartStyle& style, const ChartTicks& ticks,
-                    const ChartProjection& projection) {
+void drawChartBackdrop(QPainter& painter, const ChartModel& model, const ChartStyle& style,
+                       const ChartTicks& ticks, const ChartProjection& projection) {
     if (model.walls.visible) {
         drawWalls(painter, style, projection);
     }
     drawGrid(painter, model, style, ticks, projection);
+}
+
+void drawChartLabels(QPainter& painter, const QRectF& rect, const ChartModel& model,
+                     const ChartStyle& style, const ChartTicks& ticks,
+                     const ChartProjection& projection) {
     drawAxisLabels(painter, model, style, ticks, projection);
     drawTitles(painter, model, style, rect, ticks, projection);
 }
