@@ -15,6 +15,7 @@ namespace sonalyx::chart {
 namespace {
 
 constexpr double kEdgeEpsilon = 1e-6;
+constexpr double kMinDepthGridSpacing = 8;  // pixels
 
 double unitOf(double value, double lo, double hi) {
     const double s = hi - lo;
@@ -89,9 +90,19 @@ void drawGrid(QPainter& painter, const ChartModel& model, const ChartStyle& styl
             lines.append(QLineF(pr.mapUnit(u, 0, f), pr.mapUnit(u, 0, b)));
         }
     }
-    for (const Tick& t : ticks.depth) {
-        lines.append(QLineF(pr.mapUnit(0, 0, t.value), pr.mapUnit(1, 0, t.value)));
-        lines.append(QLineF(pr.mapUnit(0, 0, t.value), pr.mapUnit(0, 1, t.value)));
+    // Depth lines only where the slots stand far enough apart to tell them; closer, they would
+    // turn the floor into a grey smudge.
+    if (ticks.depth.size() >= 2) {
+        const double a = ticks.depth[0].value;
+        const double b = ticks.depth[1].value;
+        const QLineF near(pr.mapUnit(0, 0, a), pr.mapUnit(0, 0, b));
+        const QLineF far(pr.mapUnit(1, 0, a), pr.mapUnit(1, 0, b));
+        if (std::min(near.length(), far.length()) >= kMinDepthGridSpacing) {
+            for (const Tick& t : ticks.depth) {
+                lines.append(QLineF(pr.mapUnit(0, 0, t.value), pr.mapUnit(1, 0, t.value)));
+                lines.append(QLineF(pr.mapUnit(0, 0, t.value), pr.mapUnit(0, 1, t.value)));
+            }
+        }
     }
     QPen pen(style.colours().grid, 0, model.walls.dottedGrid ? Qt::DotLine : Qt::SolidLine);
     painter.setPen(pen);
@@ -152,7 +163,7 @@ void drawLabels(QPainter& painter, const std::vector<Tick>& ticks,
     for (qsizetype i = 0; i < n; i += step) {
         bool free = true;
         for (qsizetype t = 0; t < before && free; ++t) {
-            free = apart(rects[i], taken[t]);
+            free = !rects[i].intersects(taken[t]);  // corners may come close, not overlap
         }
         if (!free) {
             continue;

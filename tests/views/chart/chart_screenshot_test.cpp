@@ -59,6 +59,13 @@ TEST(ChartScreenshots, DrawEachViewWithCurvesInsideThePlot) {
         {"3d-waterfall", {533, 333}, [](ChartModel&) {}},
         {"3d-waterfall-large", {1600, 1000}, [](ChartModel&) {}},
         {"3d-waterfall-small", {250, 160}, [](ChartModel&) {}},
+        {"3d-default-axis",
+         {533, 333},
+         [](ChartModel& m) {
+             m.left.minimum = 53;
+             m.left.maximum = 63;
+             m.left.increment = 1;
+         }},
         {"2d", {533, 333}, [](ChartModel& m) { m.view.enabled = false; }},
         {"2d-small", {250, 160}, [](ChartModel& m) { m.view.enabled = false; }},
         {"elevation-270", {533, 333}, [](ChartModel& m) { m.view.elevation = 270; }},
