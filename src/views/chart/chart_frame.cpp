@@ -127,7 +127,9 @@ QRectF labelRect(const QPointF& anchor, double width, Side side, const ChartStyl
         case Side::Right:
             break;
     }
-    return QRectF(anchor.x() + g, anchor.y() - h / 2, width, h);
+    // Depth labels sit just above their slot's line, clear of the bottom axis's last label
+    // that hangs below the same corner.
+    return QRectF(anchor.x() + g, anchor.y() - h, width, h);
 }
 
 // Draws every k-th label with the smallest k that keeps neighbours apart, so a squeezed axis

@@ -65,14 +65,19 @@ ChartProjection ChartProjection::forChart(const ChartModel& model, const QRectF&
 }
 
 int ChartProjection::slotsInUse(const ChartModel& model) {
+    // A slot counts when it draws something: a line needs two points, a bar one. The fillers
+    // park unused slots on a single (0, 0) point, which must not stretch the depth.
+    const auto draws = [](const Series& s) {
+        return s.points.size() >= (s.kind == SeriesKind::Bar ? 1u : 2u);
+    };
     int depthSlots = 1;
     for (int i = 0; i < kSeriesSlots; ++i) {
-        if (!model.series[static_cast<std::size_t>(i)].points.empty()) {
+        if (draws(model.series[static_cast<std::size_t>(i)])) {
             depthSlots = i + 1;
         }
     }
     for (std::size_t i = 0; i < model.referenceSeries.size(); ++i) {
-        if (!model.referenceSeries[i].points.empty()) {
+        if (draws(model.referenceSeries[i])) {
             depthSlots = std::max(depthSlots, std::min(static_cast<int>(i) + 1, kSeriesSlots));
         }
     }

@@ -39,7 +39,7 @@ class ChartProjection {
     // The projection paintChart uses for this model in this rect (labels measured in its fonts).
     static ChartProjection forChart(const ChartModel& model, const QRectF& rect);
 
-    // The last slot with points, plus one (at least 1): the depth steps of the box.
+    // The last slot that draws something, plus one (at least 1): the depth steps of the box.
     static int slotsInUse(const ChartModel& model);
 
     bool is3D() const { return view3d_; }

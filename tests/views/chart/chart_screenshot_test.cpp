@@ -139,6 +139,18 @@ TEST(ChartScreenshots, BarsBelowTheAxisAreHatched) {
     }
 }
 
+TEST(ChartScreenshots, GroupDelayPointLabelsMarkTheFrequencyScale) {
+    for (const bool view3d : {false, true}) {
+        ChartModel model = sampleGroupDelayChart();
+        model.view.enabled = view3d;
+        const QSize size(1000, 600);
+        const QImage image = render(model, size, false);
+        image.save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-groupdelay-%1.png")
+                       .arg(view3d ? "3d" : "2d"));
+        EXPECT_EQ(countColour(image, Qt::magenta, QRect(QPoint(0, 0), size)), 0);
+    }
+}
+
 TEST(ChartScreenshots, WidgetPaintsItsModel) {
     ChartWidget widget;
     widget.model() = sampleDecayChart();
