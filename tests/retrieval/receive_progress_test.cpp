@@ -170,28 +170,5 @@ TEST(ReceiveProgressCounts, ThePlanFollowsTheEngineWhateverHappens) {
     }
 }
 
-TEST(ReceiveProgressCounts, TheReopenPauseSaysSoAndTheProbeIsNoNewCommand) {
-    ProgressRun run;
-    run.receiver.scripted["?RVFL"] = {replyOfLength(500, true)};
-    run.run({});
-    ASSERT_TRUE(run.observer.result.success);
-    const auto& reports = run.observer.reports;
-    ASSERT_GE(reports.size(), 3u);
-    EXPECT_EQ(reports[1].kind, "Waiting to reopen the port");
-    EXPECT_EQ(reports[2].kind, "Reverb, Left, measured");
-    EXPECT_EQ(reports[2].answered, 0);
-    EXPECT_EQ(reports.back().total, 21);
-}
-
-TEST(ReceiveProgressCounts, AFailedRunNeverReportsCompletion) {
-    ProgressRun run;
-    run.receiver.silent.insert("?FBC");
-    run.run({});
-    EXPECT_EQ(run.observer.result.message, "Timeout occurred.");
-    EXPECT_TRUE(run.observer.result.lines.empty());
-    EXPECT_EQ(run.link.commands().back(), "?FBC");
-    EXPECT_LT(run.observer.reports.back().answered, run.observer.reports.back().total);
-}
-
 }  // namespace
 }  // namespace sonalyx::test
