@@ -98,8 +98,13 @@ std::vector<std::string> listItems(const std::vector<std::string>& lines, long m
     if (line.empty())
         return items;
     items = splitFields(line);
-    if (items.size() > limit)
+    if (items.size() > limit) {
+        // The model holds `limit` items; the gaps at the end of those are dropped as the
+        // trailing commas of a shorter line would be, so that the list reads back as written.
         items.resize(limit);
+        while (!items.empty() && items.back().empty())
+            items.pop_back();
+    }
     return items;
 }
 
@@ -128,13 +133,15 @@ template <size_t N>
 void readLabelledRow(std::string_view row, std::array<float, N>& values) {
     values.fill(0.0f);
     const size_t label = row.find(',');
-    if (label == std::string_view::npos) return;
+    if (label == std::string_view::npos)
+        return;
     const char* p = row.data() + label + 1;
     const char* const end = row.data() + row.size();
     for (size_t i = 0; i < N; ++i) {
         const char* comma = std::find(p, end, ',');
         values[i] = readValue(p, comma);
-        if (comma == end) return;
+        if (comma == end)
+            return;
         p = comma + 1;
     }
 }
