@@ -1,7 +1,7 @@
 #include "round_trip_properties.h"
 
 #include <algorithm>
-#include <initializer_list>
+#include <array>
 #include <set>
 #include <vector>
 
@@ -14,11 +14,11 @@ namespace sonalyx::fuzzing {
 namespace {
 
 // The markers the loader looks for, as the prefixes it compares with.
-constexpr std::initializer_list<std::string_view> kMarkerPrefixes = {
+constexpr std::array<std::string_view, 8> kMarkerPrefixes = {
     "[FILEMEMO]", "[CHANNEL]", "[BAND]", "[REVERB TYPE]", "[DATA", "[MEMO", "[Before]", "[After]"};
 
-bool startsWithAny(std::string_view text, std::initializer_list<std::string_view> prefixes) {
-    return std::any_of(prefixes.begin(), prefixes.end(),
+bool startsWithAnyMarker(std::string_view text) {
+    return std::any_of(kMarkerPrefixes.begin(), kMarkerPrefixes.end(),
                        [&](std::string_view p) { return text.substr(0, p.size()) == p; });
 }
 
@@ -31,8 +31,8 @@ bool readsAsSectionTitle(std::string_view text) {
 
 // A line the loader would take for part of the structure wherever it stands.
 bool readsAsStructure(std::string_view text) {
-    return startsWithAny(text, kMarkerPrefixes) || readsAsSectionTitle(text) ||
-           startsWithAny(text, {"* Speaker Setting"});
+    return startsWithAnyMarker(text) || readsAsSectionTitle(text) ||
+           text.substr(0, 17) == "* Speaker Setting";
 }
 
 bool memoReadsAsStructure(const MeasurementDocument& doc) {
