@@ -118,9 +118,13 @@ class Observer : public ReceiveObserver {
     ReceiveResult result;
 };
 
-// The most ticks a run may take: about 60 commands, each with ten empty polls and three
-// repeats, and a reopen pause, leave this far behind.
-constexpr int kMostTicks = 20000;
+// The most ticks a run may take on an input of this size. Every read that completes takes at
+// least one byte the input delivered, and at most ten empty polls pass before the next one or
+// a time-out; every command sent while input remains takes a byte of it. A run that needs more
+// ticks than that is going round in circles.
+long mostTicks(std::size_t inputSize) {
+    return 2000 + 24 * static_cast<long>(inputSize);
+}
 
 constexpr std::array<std::string_view, 6> kFailureMessages = {
     "Command error occurred. Please try again.",
@@ -157,11 +161,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ReceiveEngine engine(link, ticker, messenger, observer);
     if (!engine.start(options))
         fail("the engine refused a run on a port that opens");
-    int ticks = 0;
+    const long tickBound = mostTicks(size);
+    long ticks = 0;
     while (engine.isRunning()) {
         if (!ticker.armed)
             fail("running with no tick armed");
-        if (++ticks > kMostTicks)
+        if (++ticks > tickBound)
             fail("no end within the tick bound");
         ticker.armed = false;
         if (ticker.tag == ReceiveEngine::kReplyPollTag)
