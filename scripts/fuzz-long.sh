@@ -5,7 +5,8 @@
 # going after a finding. The corpus persists between runs outside the repository, under
 # $SONALYX_FUZZ_HOME (default ~/.cache/sonalyx-fuzz): corpus/<target>/ grows from run to run,
 # findings/<target>/ holds what failed, logs/<target>.log the run. A finding is fixed, then
-# copied to fuzz/seeds/<target>/ so that every smoke run replays it.
+# moved to fuzz/seeds/<target>/ so that every smoke run replays it; what stays in findings/ is
+# reported again by the next run.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 minutes=${1:-60}
