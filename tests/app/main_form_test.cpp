@@ -118,6 +118,7 @@ TEST_F(MainFormTest, OpensFromTheOpenDialog) {
     form.FileOpen1Execute();
     EXPECT_EQ(captions(form), QStringList{path});
     EXPECT_EQ(form.History().Entries(), QStringList{path});
+    EXPECT_EQ(form.findChild<QAction*>(QStringLiteral("HistoryItem0"))->text(), path);
     EXPECT_TRUE(answers.messages().isEmpty());
     EXPECT_TRUE(answers.allUsed());
     EXPECT_TRUE(form.Action(QStringLiteral("FileSave1"))->isEnabled());
@@ -147,16 +148,34 @@ TEST_F(MainFormTest, OpensAHistoryItemAndReportsOneThatIsGone) {
     EXPECT_EQ(form.History().Entries(), (QStringList{present, gone}));
 }
 
-TEST_F(MainFormTest, CommandLineOpensInOrderUpToNineWithOneMessage) {
-    const QStringList files = samples(11);
+// The command line, a drop, the open dialog and a receive all stop at nine windows, each with
+// one "No more window." however many files it brings.
+TEST_F(MainFormTest, EveryWayInStopsAtNineWindowsWithOneMessage) {
+    const QStringList files = samples(12);
     ModalAnswerer answers;
-    TMainForm& form = start(files);
-    EXPECT_EQ(form.DocumentWindows().size(), 9);
+    TMainForm& form = start(files.mid(0, 11));
     EXPECT_EQ(answers.messages(), QStringList{"No more window.|"});
     const auto windows = form.MdiArea()->subWindowList(QMdiArea::CreationOrder);
+    ASSERT_EQ(windows.size(), 9);
     for (int i = 0; i < 9; ++i) {
         EXPECT_EQ(windows.at(i)->windowTitle(), files.at(i));
     }
+
+    windows.back()->close();
+    ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 8; }));
+    dropFiles(files.mid(9, 3));
+    ASSERT_TRUE(waitFor([&] { return answers.messages().size() == 2; }));
+    EXPECT_EQ(form.DocumentWindows().size(), 9);
+    EXPECT_TRUE(captions(form).contains(files.at(9)));
+    EXPECT_FALSE(captions(form).contains(files.at(10)));
+
+    form.FileOpen1Execute();
+    form.Action(QStringLiteral("FileReceive"))->trigger();
+    EXPECT_EQ(answers.messages(), QStringList(4, QStringLiteral("No more window.|")));
+    // The messages were all: no file dialog and no port dialog came up.
+    EXPECT_TRUE(answers.otherWindows().isEmpty());
+    EXPECT_EQ(answers.unexpected(), 4);
+    EXPECT_FALSE(form.Receiving());
 }
 
 TEST_F(MainFormTest, CommandLineTakesRelativePathsAsFullPaths) {
@@ -166,27 +185,6 @@ TEST_F(MainFormTest, CommandLineTakesRelativePathsAsFullPaths) {
     TMainForm& form = start({QStringLiteral("layout-5.csv")});
     QDir::setCurrent(previous);
     EXPECT_EQ(captions(form), QStringList{path});
-}
-
-TEST_F(MainFormTest, DroppingThreeFilesOnEightOpensOneAndSaysNoMoreOnce) {
-    const QStringList files = samples(11);
-    TMainForm& form = start(files.mid(0, 8));
-    ASSERT_EQ(form.DocumentWindows().size(), 8);
-    ModalAnswerer answers;
-    dropFiles(files.mid(8, 3));
-    ASSERT_TRUE(waitFor([&] { return !answers.messages().isEmpty(); }));
-    EXPECT_EQ(form.DocumentWindows().size(), 9);
-    EXPECT_TRUE(captions(form).contains(files.at(8)));
-    EXPECT_FALSE(captions(form).contains(files.at(9)));
-    EXPECT_EQ(answers.messages(), QStringList{"No more window.|"});
-}
-
-TEST_F(MainFormTest, OpenDialogRefusesATenthWindow) {
-    TMainForm& form = start(samples(9));
-    ModalAnswerer answers;
-    form.FileOpen1Execute();
-    EXPECT_EQ(answers.messages(), QStringList{"No more window.|"});
-    EXPECT_EQ(answers.unexpected(), 1);  // the message was all: no file dialog came up
 }
 
 TEST_F(MainFormTest, AnIllegalFileClosesItsNewWindow) {
@@ -209,22 +207,6 @@ TEST_F(MainFormTest, AFileThatCannotBeReadIsReported) {
     EXPECT_TRUE(form.DocumentWindows().isEmpty());
 }
 
-TEST_F(MainFormTest, HistoryKeepsOneEntryPerFileAndTheEightNewest) {
-    const QStringList files = samples(9);
-    TMainForm& form = start();
-    form.OpenDocumentFile(files.at(0));
-    form.OpenDocumentFile(files.at(1));
-    form.OpenDocumentFile(files.at(0));
-    EXPECT_EQ(form.History().Entries(), (QStringList{files.at(0), files.at(1)}));
-    for (const QString& path : files.mid(2)) {
-        form.OpenDocumentFile(path);
-    }
-    ASSERT_EQ(form.History().Entries().size(), 8);
-    EXPECT_EQ(form.History().Entries().front(), files.at(8));
-    EXPECT_FALSE(form.History().Entries().contains(files.at(1)));
-    EXPECT_EQ(form.findChild<QAction*>(QStringLiteral("HistoryItem7"))->text(), files.at(0));
-}
-
 TEST_F(MainFormTest, ReopeningTheNewestFileLeavesTheStoredHistoryAlone) {
     const QString path = sample(QStringLiteral("10"));
     settings_->setValue(QStringLiteral("FILEHISTORY/COUNT"), 1);
@@ -236,19 +218,6 @@ TEST_F(MainFormTest, ReopeningTheNewestFileLeavesTheStoredHistoryAlone) {
     form.close();
     EXPECT_TRUE(QSettings(settings_->fileName(), QSettings::IniFormat)
                     .contains(QStringLiteral("FILEHISTORY/MARK")));
-}
-
-TEST_F(MainFormTest, ARefusedCloseKeepsTheFrameButWritesTheHistory) {
-    const QString path = sample(QStringLiteral("5"));
-    TMainForm& form = start({path});
-    editFileMemo(form.DocumentWindows().front(), QStringLiteral("moved the sofa"));
-    ModalAnswerer answers;
-    answers.press(QStringLiteral("CANCEL"));
-    EXPECT_FALSE(form.close());
-    EXPECT_TRUE(form.isVisible());
-    EXPECT_EQ(answers.messages(), QStringList{"Save changes to layout-5.csv ?|"});
-    EXPECT_EQ(storedHistory(), QStringList{path});
-    EXPECT_EQ(form.DocumentWindows().size(), 1);
 }
 
 TEST_F(MainFormTest, CloseQuestionAnsweredYesSavesNoDiscardsCancelKeeps) {
@@ -290,38 +259,35 @@ TEST_F(MainFormTest, FrameAsksEachDocumentFrontFirstAndStopsAtTheFirstRefusal) {
     EXPECT_EQ(answers.messages(),
               (QStringList{"Save changes to run3.csv ?|", "Save changes to run2.csv ?|"}));
     ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 2; }));
-    EXPECT_EQ(captions(form).size(), 2);
     EXPECT_FALSE(captions(form).contains(files.at(2)));
     EXPECT_TRUE(form.isVisible());
+    // A refused close still writes the history.
+    EXPECT_EQ(storedHistory(), (QStringList{files.at(2), files.at(1), files.at(0)}));
 }
 
-TEST_F(MainFormTest, ReceivedDocumentAsksSaveNewDataAndJoinsTheHistory) {
+// YES saves under a chosen name, which joins the history; with the dialog cancelled the
+// window closes all the same.
+TEST_F(MainFormTest, ReceivedDocumentAsksSaveNewDataOnClose) {
     const auto lines = sonalyx::readDocumentLines(sample(QStringLiteral("11")).toStdString());
     ASSERT_TRUE(lines.has_value());
     TMainForm& form = start();
-    TMDIChild* child = form.OpenReceivedLines(*lines);
-    ASSERT_NE(child, nullptr);
-    EXPECT_EQ(child->windowTitle(), QStringLiteral("New Data"));
-    EXPECT_TRUE(child->IsModified());
+    TMDIChild* cancelled = form.OpenReceivedLines(*lines);
+    TMDIChild* saved = form.OpenReceivedLines(*lines);
+    ASSERT_NE(saved, nullptr);
+    EXPECT_EQ(saved->windowTitle(), QStringLiteral("New Data"));
+    EXPECT_TRUE(saved->IsModified());
 
     const QString target = folder_.filePath(QStringLiteral("received.csv"));
     ModalAnswerer answers;
+    answers.press(QStringLiteral("YES")).choose(QString());
+    EXPECT_TRUE(cancelled->close());
+    EXPECT_TRUE(form.History().Entries().isEmpty());
     answers.press(QStringLiteral("YES")).choose(target);
-    EXPECT_TRUE(child->close());
-    EXPECT_EQ(answers.messages(), QStringList{"Save New Data ?|"});
+    EXPECT_TRUE(saved->close());
+    EXPECT_EQ(answers.messages(), QStringList(2, QStringLiteral("Save New Data ?|")));
+    EXPECT_TRUE(answers.allUsed());
     EXPECT_TRUE(QFile::exists(target));
     EXPECT_EQ(form.History().Entries(), QStringList{target});
-}
-
-TEST_F(MainFormTest, YesToSaveNewDataClosesEvenWhenSaveAsIsCancelled) {
-    const auto lines = sonalyx::readDocumentLines(sample(QStringLiteral("7")).toStdString());
-    TMainForm& form = start();
-    TMDIChild* child = form.OpenReceivedLines(*lines);
-    ModalAnswerer answers;
-    answers.press(QStringLiteral("YES")).choose(QString());
-    EXPECT_TRUE(child->close());
-    EXPECT_TRUE(form.History().Entries().isEmpty());
-    EXPECT_TRUE(answers.allUsed());
 }
 
 TEST_F(MainFormTest, SaveOfNewDataAsksForANameAndOverwriteNoAsksAgain) {
