@@ -46,10 +46,43 @@ Lines xCurve(int code) {
     return lines;
 }
 
-template <typename Convert>
-Lines rows(ParameterConverter converter, Convert convert) {
+using Items = std::vector<ReplyItem>;
+
+Lines levels(ParameterConverter c, const Items& items) {
     Lines lines;
-    convert(converter, lines);
+    c.convertLevelList(items, lines);
+    return lines;
+}
+
+Lines distances(ParameterConverter c, const Items& items) {
+    Lines lines;
+    c.convertDistanceList(items, lines);
+    return lines;
+}
+
+Lines standingWave(const Items& items) {
+    Lines lines;
+    ParameterConverter().convertStandingWaveList(items, lines);
+    return lines;
+}
+
+Lines eq(ParameterConverter c, const Items& records, int perGroup, std::vector<int> memories) {
+    Lines lines;
+    c.convertEqList(records, perGroup, memories, lines);
+    return lines;
+}
+
+Lines fallback() {
+    ParameterConverter c = converterFor(5, {1, 2, 2, 0, 1}, 1);
+    Lines lines;
+    Bytes distance(32, 0);
+    distance[0] = 1;
+    distance[3] = 100;
+    c.convertSingleDistance({0, distance}, lines);
+    c.convertSingleLevel({0, Bytes(10, 2)}, lines);
+    c.convertSingleEq(0, {0, Bytes{1, 2, 3, 4, 5, 6}}, lines);
+    c.convertSingleEq(9, {0, Bytes{1}}, lines);
+    c.finishFallback(lines);
     return lines;
 }
 
@@ -62,7 +95,9 @@ Bytes withBytes(Bytes bytes, std::initializer_list<std::pair<size_t, std::uint8_
 // Every conversion the emulator's receivers do not reach, by name; the rows they write are in
 // tests/data/parameters/edge_cases.txt.
 std::vector<test::GoldenSection> edgeCases() {
-    using C = ParameterConverter;
+    const Bytes eqBody = {0, 1, 2, 3, 4, 0xFF, 0xFE, 0xFD, 0xFC, 0x02};
+    Items eqRecords(5, {1, eqBody});
+    eqRecords.insert(eqRecords.end(), 5, {2, eqBody});
     std::vector<test::GoldenSection> cases = {
         {"speaker setting: five bytes, configuration 5", speakerSetting(5, {1, 2, 2, 0, 1})},
         {"speaker setting: surr back 3 is small x 2", speakerSetting(7, {1, 2, 2, 3, 1})},
@@ -77,84 +112,36 @@ std::vector<test::GoldenSection> edgeCases() {
          speakerSetting(6, {0x0C, 3, 0xAB, 5, 0x1F}, 0x2A)},
         {"speaker setting: subwoofer mode 2", speakerSetting(5, {1, 1, 1, 0, 2}, 1, 2)},
         {"levels: two subwoofers need a non-zero mode",
-         rows(converterFor(5, {1, 1, 1, 0, 2}, 0, 1, 1),
-              [](C& c, Lines& l) {
-                  c.convertLevelList({{1, Bytes(15, 4)}}, l);
-              })},
-        {"levels: one subwoofer in mode 0", rows(converterFor(5, {1, 1, 1, 0, 2}),
-                                                 [](C& c, Lines& l) {
-                                                     c.convertLevelList({{1, Bytes(15, 4)}}, l);
-                                                 })},
+         levels(converterFor(5, {1, 1, 1, 0, 2}, 0, 1, 1), {{1, Bytes(15, 4)}})},
+        {"levels: one subwoofer in mode 0",
+         levels(converterFor(5, {1, 1, 1, 0, 2}), {{1, Bytes(15, 4)}})},
         {"levels: signed with a blank for zero",
-         rows(converterFor(5),
-              [](C& c, Lines& l) {
-                  c.convertLevelList({{1, Bytes{0, 0xFD, 4, 1, 0x81, 0, 0, 2, 0, 0}}}, l);
-              })},
+         levels(converterFor(5), {{1, Bytes{0, 0xFD, 4, 1, 0x81, 0, 0, 2, 0, 0}}})},
         {"levels: not applicable and absent",
-         rows(converterFor(7, {1, 2, 2, 2, 1}),
-              [](C& c, Lines& l) {
-                  c.convertLevelList(
-                      {{1, withBytes(Bytes(10, 2), {{0, 0xFF}})}, {2, Bytes(10, 0xFE)}}, l);
-              })},
+         levels(converterFor(7, {1, 2, 2, 2, 1}),
+                {{1, withBytes(Bytes(10, 2), {{0, 0xFF}})}, {2, Bytes(10, 0xFE)}})},
         {"levels: long items reach the B surrounds and top surround",
-         rows(converterFor(10),
-              [](C& c, Lines& l) {
-                  c.convertLevelList({{1, withBytes(Bytes(15, 0), {{10, 1}, {11, 2}, {13, 3}})},
-                                      {2, Bytes(10, 0)}},
-                                     l);
-              })},
+         levels(converterFor(10),
+                {{1, withBytes(Bytes(15, 0), {{10, 1}, {11, 2}, {13, 3}})}, {2, Bytes(10, 0)}})},
         {"distances: one-byte items with missing offsets",
-         rows(converterFor(10),
-              [](C& c, Lines& l) {
-                  c.convertDistanceList(
-                      {{1, Bytes{2, 0, 100, 0xFF, 50, 50, 60, 70, 70, 80, 90, 90}}}, l);
-              })},
+         distances(converterFor(10),
+                   {{1, Bytes{2, 0, 100, 0xFF, 50, 50, 60, 70, 70, 80, 90, 90}}})},
         {"distances: speaker-B absent",
-         rows(converterFor(9, {1, 2, 2, 1, 1, 2}),
-              [](C& c, Lines& l) {
-                  c.convertDistanceList({{1, withBytes(Bytes(32, 1), {{1, 0}})}}, l);
-              })},
-        {"distances: memory columns", rows(converterFor(5, {1, 0, 2, 0, 1}),
-                                           [](C& c, Lines& l) {
-                                               const Bytes item = withBytes(Bytes(32, 0), {{0, 1}});
-                                               c.convertDistanceList({{3, item}, {5, item}}, l);
-                                           })},
+         distances(converterFor(9, {1, 2, 2, 1, 1, 2}), {{1, withBytes(Bytes(32, 1), {{1, 0}})}})},
+        {"distances: memory columns",
+         distances(converterFor(5, {1, 0, 2, 0, 1}), {{3, withBytes(Bytes(32, 0), {{0, 1}})},
+                                                      {5, withBytes(Bytes(32, 0), {{0, 1}})}})},
+        // Main, Center and Sub Woofer filters (frequency, Q, attenuation), then the trim.
         {"standing wave: block rows",
-         rows(C(),
-              [](C& c, Lines& l) {
-                  c.convertStandingWaveList(
-                      {{4, Bytes{2,   0,  0,    7, 32, 5,    0x81, 33, 0xF6,  // Main
-                                 0,   1,  1,    0, 2,  2,    0,    3,  3,     // Center
-                                 4,   16, 0xFF, 0, 17, 0x7F, 1,    31, 0,     // Sub
-                                 0xFA}}},                                     // trim
-                      l);
-              })},
+         standingWave({{4, Bytes{2, 0, 0, 7, 32, 5,  0x81, 33, 0xF6, 0,    1, 1,  0, 2,
+                                 2, 0, 3, 3, 4,  16, 0xFF, 0,  17,   0x7F, 1, 31, 0, 0xFA}}})},
         {"standing wave: a short item loses only the missing cells",
-         rows(C(),
-              [](C& c, Lines& l) {
-                  c.convertStandingWaveList({{1, Bytes{2, 0, 0}}}, l);
-              })},
+         standingWave({{1, Bytes{2, 0, 0}}})},
         {"eq: memory blocks with absent channels",
-         rows(converterFor(5, {1, 0, 2, 0, 1}),
-              [](C& c, Lines& l) {
-                  const Bytes body = {0, 1, 2, 3, 4, 0xFF, 0xFE, 0xFD, 0xFC, 0x02};
-                  std::vector<ReplyItem> records(5, {1, body});
-                  records.insert(records.end(), 5, {2, body});
-                  c.convertEqList(records, 5, {1, 2}, l);
-              })},
-        {"eq: six bands, low set", rows(converterFor(6, {1, 2, 2, 2, 1}, 2),
-                                        [](C& c, Lines& l) {
-                                            c.convertEqList({{0, Bytes{1, 2}}}, 6, {1}, l);
-                                        })},
-        {"fallback: groups without memory columns",
-         rows(converterFor(5, {1, 2, 2, 0, 1}, 1),
-              [](C& c, Lines& l) {
-                  c.convertSingleDistance({0, withBytes(Bytes(32, 0), {{0, 1}, {3, 100}})}, l);
-                  c.convertSingleLevel({0, Bytes(10, 2)}, l);
-                  c.convertSingleEq(0, {0, Bytes{1, 2, 3, 4, 5, 6}}, l);
-                  c.convertSingleEq(9, {0, Bytes{1}}, l);
-                  c.finishFallback(l);
-              })},
+         eq(converterFor(5, {1, 0, 2, 0, 1}), eqRecords, 5, {1, 2})},
+        {"eq: six bands, low set",
+         eq(converterFor(6, {1, 2, 2, 2, 1}, 2), {{0, Bytes{1, 2}}}, 6, {1})},
+        {"fallback: groups without memory columns", fallback()},
     };
     for (int code = 0; code < 6; ++code) {
         cases.push_back({"speaker setting: subwoofer mode 1, code " + std::to_string(code),
@@ -340,43 +327,17 @@ class ParameterRowSet : public ::testing::TestWithParam<RowSet> {};
 TEST_P(ParameterRowSet, MatchGoldenAndParseAsASheet) {
     const emulator::ParameterProfile& p = GetParam().profile;
     const Lines rows = test::convertListReplies(p);
-    const Lines fallback = test::convertFallbackReplies(p);
+    const Lines fallbackRows = test::convertFallbackReplies(p);
     test::expectMatchesGolden(test::testDataPath("parameters/") + GetParam().name + ".txt", rows);
     test::expectMatchesGolden(test::testDataPath("parameters/") + GetParam().name + "_fallback.txt",
-                              fallback);
+                              fallbackRows);
 
     const ParameterGrid grid = loadedGrid(rows);
     expectMemoryColumns(grid, "* Speaker Distance", p.memoryCount, isDisplayDistance);
     expectMemoryColumns(grid, "* Channel Level", p.memoryCount, isDecibels);
     EXPECT_GE(grid.longestDistanceText, 5);
 
-    const int eq = markerRow(grid, "* Acoustic Cal EQ");
-    ASSERT_GE(eq, 0);
-    const int values = p.bandSelector == 0 ? 10 : 6;
-    int blocks = 0;
-    for (int r = eq + 2; grid.cell(r, 0).starts_with("[M"); ++blocks) {
-        EXPECT_EQ(grid.cell(r, 0), "[M" + std::to_string(blocks + 1) + "]");
-        EXPECT_EQ(grid.cell(r, 1 + values), "Trim");
-        for (r += 2; !grid.cell(r, 0).empty(); ++r) {
-            for (int c = 2; c <= 1 + values; ++c)
-                EXPECT_TRUE(isDecibels(grid.cell(r, c))) << grid.cell(r, 0) << " " << c;
-        }
-        ++r;
-    }
-    EXPECT_EQ(blocks, p.memoryCount);
-    EXPECT_EQ(markerRow(grid, "* X-Curve") == -1, p.xCurveCode == 7);
-
-    const int standingWave = markerRow(grid, "* Standing Wave Control");
-    ASSERT_GE(standingWave, 0);
-    for (int m = 0; m < p.memoryCount; ++m) {
-        const int block = standingWave + 2 + 7 * m;
-        EXPECT_EQ(grid.cell(block, 0), "[M" + std::to_string(m + 1) + "]");
-        EXPECT_EQ(grid.cell(block + 1, 12), "Trim");
-        for (int c : {1, 2, 3, 6, 7, 8, 11, 12, 13})
-            EXPECT_TRUE(grid.cell(block + 3, c).ends_with("Hz")) << "[M" << m + 1 << "] " << c;
-    }
-
-    const ParameterGrid fallbackGrid = loadedGrid(fallback);
+    const ParameterGrid fallbackGrid = loadedGrid(fallbackRows);
     for (const char* marker : {"* Speaker Distance", "* Channel Level"}) {
         const int r = markerRow(fallbackGrid, marker);
         ASSERT_GE(r, 0) << marker;
