@@ -220,12 +220,14 @@ TEST_F(MainFormTest, ReopeningTheNewestFileLeavesTheStoredHistoryAlone) {
                     .contains(QStringLiteral("FILEHISTORY/MARK")));
 }
 
-TEST_F(MainFormTest, CloseQuestionAnsweredYesSavesNoDiscardsCancelKeeps) {
-    const QString yesPath = sample(QStringLiteral("5"), QStringLiteral("yes.csv"));
-    const QString noPath = sample(QStringLiteral("7"), QStringLiteral("no.csv"));
+// Closing the frame asks each modified document, front (the last opened) first: YES saves,
+// NO discards, CANCEL keeps that window and the frame; the history is written all the same.
+TEST_F(MainFormTest, FrameCloseAsksEachDocumentFrontFirstAndStopsAtCancel) {
     const QString cancelPath = sample(QStringLiteral("9"), QStringLiteral("cancel.csv"));
+    const QString noPath = sample(QStringLiteral("7"), QStringLiteral("no.csv"));
+    const QString yesPath = sample(QStringLiteral("5"), QStringLiteral("yes.csv"));
     const QByteArray noBefore = contents(noPath);
-    TMainForm& form = start({yesPath, noPath, cancelPath});
+    TMainForm& form = start({cancelPath, noPath, yesPath});
     for (TMDIChild* child : form.DocumentWindows()) {
         editFileMemo(child, QStringLiteral("second visit"));
     }
@@ -233,10 +235,7 @@ TEST_F(MainFormTest, CloseQuestionAnsweredYesSavesNoDiscardsCancelKeeps) {
     answers.press(QStringLiteral("YES"))
         .press(QStringLiteral("NO"))
         .press(QStringLiteral("CANCEL"));
-    const auto windows = form.MdiArea()->subWindowList(QMdiArea::CreationOrder);
-    EXPECT_TRUE(windows.at(0)->close());
-    EXPECT_TRUE(windows.at(1)->close());
-    EXPECT_FALSE(windows.at(2)->close());
+    EXPECT_FALSE(form.close());
     EXPECT_EQ(answers.messages(),
               (QStringList{"Save changes to yes.csv ?|", "Save changes to no.csv ?|",
                            "Save changes to cancel.csv ?|"}));
@@ -244,25 +243,8 @@ TEST_F(MainFormTest, CloseQuestionAnsweredYesSavesNoDiscardsCancelKeeps) {
     EXPECT_EQ(contents(noPath), noBefore);
     ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 1; }));
     EXPECT_EQ(captions(form), QStringList{cancelPath});
-}
-
-TEST_F(MainFormTest, FrameAsksEachDocumentFrontFirstAndStopsAtTheFirstRefusal) {
-    const QStringList files = samples(3);
-    TMainForm& form = start(files);
-    for (TMDIChild* child : form.DocumentWindows()) {
-        editFileMemo(child, QStringLiteral("note"));
-    }
-    ModalAnswerer answers;
-    answers.press(QStringLiteral("NO")).press(QStringLiteral("CANCEL"));
-    EXPECT_FALSE(form.close());
-    // The last opened window is in front and is asked first.
-    EXPECT_EQ(answers.messages(),
-              (QStringList{"Save changes to run3.csv ?|", "Save changes to run2.csv ?|"}));
-    ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 2; }));
-    EXPECT_FALSE(captions(form).contains(files.at(2)));
     EXPECT_TRUE(form.isVisible());
-    // A refused close still writes the history.
-    EXPECT_EQ(storedHistory(), (QStringList{files.at(2), files.at(1), files.at(0)}));
+    EXPECT_EQ(storedHistory(), (QStringList{yesPath, noPath, cancelPath}));
 }
 
 // YES saves under a chosen name, which joins the history; with the dialog cancelled the
@@ -319,7 +301,7 @@ TEST_F(MainFormTest, SaveAsAddsTheNewPathToTheHistory) {
     EXPECT_EQ(contents(copy), contents(path));
 }
 
-TEST_F(MainFormTest, GraphModeSwitchesEveryWindowAndNewOnesFollow) {
+TEST_F(MainFormTest, GraphModeSwitchesEveryWindowChannelTypeOnlyTheActive) {
     const QStringList files = samples(3);
     TMainForm& form = start(files.mid(0, 2));
     QAction* graph2D = form.Action(QStringLiteral("Graph2D"));
@@ -338,19 +320,19 @@ TEST_F(MainFormTest, GraphModeSwitchesEveryWindowAndNewOnesFollow) {
     }
     EXPECT_TRUE(graph2D->isEnabled());
     EXPECT_FALSE(graph3D->isEnabled());
-}
 
-TEST_F(MainFormTest, ChannelTypeActionsSetTheActiveWindowsMode) {
-    TMainForm& form = start(samples(2));
+    // The channel type is the active window's alone.
     TMDIChild* active = form.ActiveDocument();
     form.Action(QStringLiteral("ActionPairCh"))->trigger();
     EXPECT_EQ(active->PairMode(), 1);
-    EXPECT_EQ(form.DocumentWindows().back()->PairMode(), 0);
+    for (TMDIChild* child : form.DocumentWindows()) {
+        EXPECT_EQ(child->PairMode(), child == active ? 1 : 0) << child->windowTitle().toStdString();
+    }
     form.Action(QStringLiteral("ActionEachCh"))->trigger();
     EXPECT_EQ(active->PairMode(), 0);
 }
 
-TEST_F(MainFormTest, DemoRotatesTheActiveDocumentOnTheSharedTimer) {
+TEST_F(MainFormTest, DemoRotatesTheActiveDocumentAndClosingTheLastEndsIt) {
     TMainForm& form = start(samples(1));
     QAction* demo = form.Action(QStringLiteral("ActionDemo"));
     const int before = form.ActiveDocument()->RotationPosition();
@@ -359,11 +341,8 @@ TEST_F(MainFormTest, DemoRotatesTheActiveDocumentOnTheSharedTimer) {
     ASSERT_TRUE(waitFor([&] { return form.ActiveDocument()->RotationPosition() != before; }));
     demo->setChecked(false);
     EXPECT_NE(form.TimerTag(), 11);
-}
 
-TEST_F(MainFormTest, ClosingTheLastDocumentDisablesTheDocumentActions) {
-    TMainForm& form = start(samples(1));
-    EXPECT_TRUE(form.Action(QStringLiteral("FileSave1"))->isEnabled());
+    // Closing the last document disables what needs one.
     form.Action(QStringLiteral("FileClose1"))->trigger();
     ASSERT_TRUE(waitFor([&form] { return form.MdiArea()->subWindowList().isEmpty(); }));
     for (const char* name : {"FileSave1", "FileSaveAs1", "Graph2D", "Graph3D", "ActionDemo"}) {
