@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "raw_pty.h"
-#include "recording_messenger.h"
+#include "support/recording_messenger.h"
 #include "test_application.h"
 
 namespace sonalyx {
@@ -69,8 +69,8 @@ TEST_F(FormRS232CTest, TheTraceGoesToMemo1OnlyInMonitorMode) {
 
 TEST_F(FormRS232CTest, AFailedOpenIsReportedOnce) {
     EXPECT_FALSE(window->OpenPort("/dev/sonalyx-no-such-port", false));
-    EXPECT_EQ(messenger.messages, std::vector<std::string>(
-                                      {"Cannot open the serial port(/dev/sonalyx-no-such-port)."}));
+    EXPECT_EQ(messenger.texts(), std::vector<std::string>(
+                                     {"Cannot open the serial port(/dev/sonalyx-no-such-port)."}));
     EXPECT_EQ(memo()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
 }
 
