@@ -124,6 +124,12 @@ void ReverbView::RebuildCharts(const ReverbSelection& selection, int comboIndex)
     const bool bars = selection_.barMode;
     if (comboIndex > 0) {
         LayoutCharts(false, 1);
+        // The hidden charts keep nothing, so their data never outlives what is shown.
+        for (int s = 1; s < kCharts; ++s) {
+            for (auto& series : charts_[s]->model().series) {
+                series.points.clear();
+            }
+        }
         const int entry = comboIndex - 1;
         if (selection_.chFreq == 1) {
             bars ? FillBarChartByBand(0, entry) : FillLineChartByBand(0, entry);
