@@ -6,6 +6,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTextDocument>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -16,6 +17,16 @@ namespace sonalyx {
 namespace {
 
 constexpr int kColumns = 3;
+
+void MarkEmpty(QPlainTextEdit* memo) {
+    const bool empty = memo->document()->isEmpty();
+    if (memo->property("empty").toBool() != empty) {
+        memo->setProperty("empty", empty);
+        memo->style()->unpolish(memo);
+        memo->style()->polish(memo);
+    }
+}
+
 constexpr int kMemoWidth = 66;
 constexpr int kMemoHeight = 45;
 constexpr int kMemoFromBottom = 52;
@@ -59,13 +70,20 @@ ReverbView::ReverbView(MeasurementDocument& document, QWidget* parent)
         memo->setPlaceholderText(tr("Channel memo"));
         memo->setTabChangesFocus(true);
         memo->setFixedSize(kMemoWidth, kMemoHeight);
+        memo->setProperty("empty", true);
         memo->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         memo->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        // An empty memo stays faint so the charts are not crowded with blank boxes.
         memo->setStyleSheet(QStringLiteral(
             "QPlainTextEdit{background:rgba(24,26,30,220); color:#e8eaee; font-size:7pt;"
-            "border:1px solid #4b525e; border-radius:2px;}"));
+            "border:1px solid #4b525e; border-radius:2px;}"
+            "QPlainTextEdit[empty=\"true\"]{background:rgba(24,26,30,90);"
+            "border:1px dashed #343944;}"));
         memo->hide();
-        connect(memo, &QPlainTextEdit::textChanged, this, [this, i] { StoreMemo(i); });
+        connect(memo, &QPlainTextEdit::textChanged, this, [this, i] {
+            MarkEmpty(memos_[i]);
+            StoreMemo(i);
+        });
         memos_[i] = memo;
     }
     scrollBox1_->setWidget(content_);
