@@ -59,6 +59,13 @@ TEST(ChartScreenshots, DrawEachViewWithCurvesInsideThePlot) {
         {"3d-waterfall", {533, 333}, [](ChartModel&) {}},
         {"3d-waterfall-large", {1600, 1000}, [](ChartModel&) {}},
         {"3d-waterfall-small", {250, 160}, [](ChartModel&) {}},
+        {"3d-default-axis",
+         {533, 333},
+         [](ChartModel& m) {
+             m.left.minimum = 53;
+             m.left.maximum = 63;
+             m.left.increment = 1;
+         }},
         {"2d", {533, 333}, [](ChartModel& m) { m.view.enabled = false; }},
         {"2d-small", {250, 160}, [](ChartModel& m) { m.view.enabled = false; }},
         {"elevation-270", {533, 333}, [](ChartModel& m) { m.view.elevation = 270; }},
@@ -108,6 +115,37 @@ TEST(ChartScreenshots, BarsBelowTheAxisAreHatched) {
         const QSize size(533, 333);
         const QImage image = render(model, size, false);
         image.save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-bars-%1.png")
+                       .arg(view3d ? "3d" : "2d"));
+        EXPECT_EQ(countColour(image, Qt::magenta, QRect(QPoint(0, 0), size)), 0);
+        if (view3d) {
+            continue;
+        }
+        // Inside a bar's outline: solid red for a bar in range, red hatching on black for the
+        // last one, whose value lies below the axis.
+        const ChartProjection p = ChartProjection::forChart(model, QRectF(QPoint(0, 0), size));
+        const auto inner = [&](const Point& bar, double top) {
+            return QRectF(p.map(bar.x - 0.25, top, 0), p.map(bar.x + 0.25, model.left.minimum, 0))
+                .toAlignedRect()
+                .adjusted(2, 2, -2, -2);
+        };
+        const Point& inRange = model.series[0].points.front();
+        const QRect solid = inner(inRange, inRange.y);
+        EXPECT_EQ(countRed(image, solid), solid.width() * solid.height());
+        const QRect hatched = inner(model.series[0].points.back(), model.left.minimum + 0.9);
+        ASSERT_FALSE(hatched.isEmpty());
+        const int red = countRed(image, hatched);
+        EXPECT_GT(red, 0);
+        EXPECT_LT(red, hatched.width() * hatched.height() * 3 / 4);
+    }
+}
+
+TEST(ChartScreenshots, GroupDelayPointLabelsMarkTheFrequencyScale) {
+    for (const bool view3d : {false, true}) {
+        ChartModel model = sampleGroupDelayChart();
+        model.view.enabled = view3d;
+        const QSize size(1000, 600);
+        const QImage image = render(model, size, false);
+        image.save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-groupdelay-%1.png")
                        .arg(view3d ? "3d" : "2d"));
         EXPECT_EQ(countColour(image, Qt::magenta, QRect(QPoint(0, 0), size)), 0);
     }
