@@ -1,0 +1,33 @@
+#include "sheets/sheet_painter.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+namespace sonalyx {
+
+void SheetPainter::paint(QPainter& painter, const SheetPicture& picture) const {
+    painter.save();
+    painter.fillRect(QRect(0, 0, picture.width, picture.height), colours_.background);
+    painter.setPen(colours_.text);
+    painter.setRenderHint(QPainter::TextAntialiasing, true);
+    for (const SheetOp& op : picture.ops) {
+        if (op.text.empty())
+            continue;
+        const QFont& font = fonts_.font(op.font);
+        painter.setFont(font);
+        // Operations give the top of the row; text is drawn from its baseline.
+        const qreal baseline = op.y + QFontMetricsF(font).ascent();
+        painter.drawText(QPointF(op.textX, baseline), fonts_.text(op.text));
+    }
+    painter.restore();
+}
+
+QImage SheetPainter::image(const SheetPicture& picture) const {
+    QImage image(std::max(picture.width, 1), std::max(picture.height, 1), QImage::Format_RGB32);
+    image.fill(colours_.background);
+    QPainter painter(&image);
+    paint(painter, picture);
+    return image;
+}
+
+}  // namespace sonalyx
