@@ -45,7 +45,6 @@ constexpr std::array<WaveGroup, 3> kWaveGroups = {{{"Main", 0}, {"Center", 5}, {
 // The rows of one memory's standing wave block, found by their labels: the filter numbers,
 // then frequency, Q and attenuation of each filter.
 constexpr std::array<std::string_view, 3> kWaveDataRows = {"Freq", "Q", "ATT"};
-constexpr std::array<std::string_view, 4> kWaveFullRows = {"No.", "Freq", "Q", "ATT"};
 constexpr int kWaveTrimColumn = 13;  // "Main,,,,,Center,,,,,Sub Woofer,,Trim,<trim>"
 
 // Attenuations are written as magnitudes; on the sheet they read as the cut they are, and a
@@ -276,9 +275,10 @@ bool ParameterTables::StandingWaveCompact(int memory) {
     return true;
 }
 
-// One memory on its own sheet: the three groups one below the other, each a small table of the
-// filter numbers, frequencies, Qs and attenuations with the group's name on its first row; the
-// trim closes the table under the first filter column.
+// One memory on its own sheet: the three groups one below the other, each a small table whose
+// first row carries the group's name over the filter numbers, followed by the frequency, Q and
+// attenuation rows with their labels indented like the sub-rows of the EQ table; the trim
+// closes the table under the first filter column.
 bool ParameterTables::StandingWaveFull(int memory) {
     const int marker = FindMarker("* Standing Wave Control");
     const int block = marker < 0 ? -1 : FindMemoryRow(marker, memory);
@@ -286,20 +286,24 @@ bool ParameterTables::StandingWaveFull(int memory) {
         return false;
     const int left = canvas_.penX;
     static const std::string none;
+    const auto filterRow = [&](const std::string& label, int row, int column, bool level) {
+        canvas_.DrawCell(label, kWaveFullNameWidth);
+        canvas_.DrawCell("", kWaveLabelWidth);
+        for (int f = 1; f <= 3; ++f) {
+            const std::string& raw = row < 0 ? none : cell(row, column + f);
+            const std::string text = level ? withSign(raw) : raw;
+            if (f == 3)
+                canvas_.DrawLastCell(text, left);
+            else
+                canvas_.DrawCell(text, kWaveValueWidth);
+        }
+    };
+    const int numbers = FindRowInBlock(block, "No.");
     for (const WaveGroup& group : kWaveGroups) {
-        for (std::size_t i = 0; i < kWaveFullRows.size(); ++i) {
-            const std::string_view label = kWaveFullRows[i];
-            const int row = FindRowInBlock(block, label);
-            canvas_.DrawCell(i == 0 ? group.name : "", kWaveFullNameWidth);
-            canvas_.DrawCell(std::string(label), kWaveLabelWidth);
-            for (int f = 1; f <= 3; ++f) {
-                const std::string& raw = row < 0 ? none : cell(row, group.firstColumn + f);
-                const std::string text = label == "ATT" ? withSign(raw) : raw;
-                if (f == 3)
-                    canvas_.DrawLastCell(text, left);
-                else
-                    canvas_.DrawCell(text, kWaveValueWidth);
-            }
+        filterRow(group.name, numbers, group.firstColumn, false);
+        for (const std::string_view label : kWaveDataRows) {
+            filterRow("  " + std::string(label), FindRowInBlock(block, label), group.firstColumn,
+                      label == "ATT");
         }
     }
     const int trimRow = FindRowInBlock(block, "Main");

@@ -22,8 +22,11 @@ void SheetPainter::paint(QPainter& painter, const SheetPicture& picture) const {
     painter.restore();
 }
 
-QImage SheetPainter::image(const SheetPicture& picture) const {
-    QImage image(std::max(picture.width, 1), std::max(picture.height, 1), QImage::Format_RGB32);
+QImage SheetPainter::image(const SheetPicture& picture, qreal devicePixelRatio) const {
+    const qreal ratio = std::max<qreal>(devicePixelRatio, 1.0);
+    const QSize size(std::max(picture.width, 1), std::max(picture.height, 1));
+    QImage image((QSizeF(size) * ratio).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
     image.fill(colours_.background);
     QPainter painter(&image);
     paint(painter, picture);

@@ -29,7 +29,8 @@ class SheetPainter {
     // Fills the sheet's rectangle (0, 0, width, height) and draws its texts, in sheet pixels;
     // scale the painter to fit another device.
     void paint(QPainter& painter, const SheetPicture& picture) const;
-    QImage image(const SheetPicture& picture) const;
+    // The sheet as a bitmap; a device pixel ratio above 1 keeps text crisp on dense screens.
+    QImage image(const SheetPicture& picture, qreal devicePixelRatio = 1.0) const;
 
   private:
     const SheetFonts& fonts_;

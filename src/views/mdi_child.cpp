@@ -1,6 +1,7 @@
 #include "views/mdi_child.h"
 
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -18,11 +19,11 @@
 #include <cmath>
 
 #include "document/document_loader.h"
-#include "document/parameter_rows.h"
 #include "document/speaker_layout.h"
 #include "views/channel_card.h"
 #include "views/curve_preview.h"
 #include "views/memo_codec.h"
+#include "views/parameters_view.h"
 
 using sonalyx::ChannelCard;
 using sonalyx::CurvePreview;
@@ -217,17 +218,12 @@ QWidget* TMDIChild::BuildParametersTab() {
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(BuildFileMemo(sonalyx::kParametersSection, tab));
 
-    parameterTable_ = new QTableWidget(tab);
-    parameterTable_->setObjectName(QStringLiteral("ParameterTable"));
-    parameterTable_->verticalHeader()->hide();
-    parameterTable_->horizontalHeader()->hide();
-    parameterTable_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    parameterTable_->setShowGrid(true);
-    parameterTable_->setWordWrap(false);
+    parametersView_ = new ParametersView(tab);
+    parametersView_->SetDocument(&document_);
 
     auto* pages = new QStackedWidget(tab);
     pages->setObjectName(QStringLiteral("SectionPages"));
-    pages->addWidget(parameterTable_);
+    pages->addWidget(parametersView_);
     pages->addWidget(BuildNoDataLabel(tab));
     sectionPages_[sonalyx::kParametersSection] = pages;
     layout->addWidget(pages, 1);
@@ -241,6 +237,15 @@ QWidget* TMDIChild::BuildPanel1() {
     panel->setFixedWidth(kPanel1Width);
     auto* layout = new QVBoxLayout(panel);
     layout->setContentsMargins(8, 8, 8, 8);
+
+    // On the Parameters tab the channel box selects the sheet's memory.
+    comboChannel_ = new QComboBox(panel);
+    comboChannel_->setObjectName(QStringLiteral("ComboChannel"));
+    comboChannel_->addItems(ParametersView::MemoryItems());
+    comboChannel_->setVisible(false);
+    connect(comboChannel_, &QComboBox::currentIndexChanged, this,
+            &TMDIChild::TMDIChild_ComboChannelChange);
+    layout->addWidget(comboChannel_);
 
     auto* documentBox = new QGroupBox(tr("Measurement"), panel);
     auto* documentLayout = new QVBoxLayout(documentBox);
@@ -468,62 +473,15 @@ void TMDIChild::FillGroupDelay() {
 }
 
 void TMDIChild::FillParameters() {
-    std::vector<std::string> lines = document_.parameterLines;
-    sonalyx::ParameterGrid grid;
-    const bool parsed = sonalyx::ParseParameterRows(lines, grid);
-    // The sheet starts at its first block heading; blank rows and columns carry nothing.
-    std::vector<int> rows;
-    std::vector<bool> usedColumn(sonalyx::kParameterColumns, false);
-    bool started = false;
-    for (int r = 0; parsed && r < grid.rowCount(); ++r) {
-        started = started || grid.cell(r, 0).rfind("* ", 0) == 0;
-        bool empty = true;
-        for (int c = 0; c < sonalyx::kParameterColumns; ++c) {
-            empty = empty && grid.cell(r, c).empty();
-        }
-        if (!started || empty) {
-            continue;
-        }
-        rows.push_back(r);
-        for (int c = 0; c < sonalyx::kParameterColumns; ++c) {
-            usedColumn[c] = usedColumn[c] || !grid.cell(r, c).empty();
-        }
+    const bool any = std::any_of(document_.parameterLines.begin(), document_.parameterLines.end(),
+                                 [](const std::string& line) { return line.rfind("* ", 0) == 0; });
+    sectionPages_[sonalyx::kParametersSection]->setCurrentIndex(any ? 0 : 1);
+}
+
+void TMDIChild::TMDIChild_ComboChannelChange(int index) {
+    if (pageControl_->currentIndex() == kParametersTab) {
+        parametersView_->SetMemory(index);
     }
-    std::vector<int> columns;
-    for (int c = 0; c < sonalyx::kParameterColumns; ++c) {
-        if (usedColumn[c]) {
-            columns.push_back(c);
-        }
-    }
-    parameterTable_->clear();
-    parameterTable_->clearSpans();
-    parameterTable_->setRowCount(static_cast<int>(rows.size()));
-    parameterTable_->setColumnCount(static_cast<int>(columns.size()));
-    parameterTable_->verticalHeader()->setDefaultSectionSize(
-        parameterTable_->fontMetrics().height() + 8);
-    for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
-        const int r = rows[i];
-        const bool heading = grid.cell(r, 0).rfind("* ", 0) == 0;
-        for (int j = 0; j < static_cast<int>(columns.size()); ++j) {
-            auto* item = new QTableWidgetItem(fromBytes(grid.cell(r, columns[j])));
-            if (heading) {
-                QFont font = item->font();
-                font.setBold(true);
-                item->setFont(font);
-                item->setBackground(QColor(0xdd, 0xe6, 0xf2));
-            }
-            item->setTextAlignment(j == 0 ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter);
-            parameterTable_->setItem(i, j, item);
-        }
-        if (heading && !columns.empty()) {
-            parameterTable_->setSpan(i, 0, 1, static_cast<int>(columns.size()));
-        }
-    }
-    parameterTable_->resizeColumnsToContents();
-    for (int j = 1; j < parameterTable_->columnCount(); ++j) {
-        parameterTable_->setColumnWidth(j, std::max(parameterTable_->columnWidth(j), 64));
-    }
-    sectionPages_[sonalyx::kParametersSection]->setCurrentIndex(rows.empty() ? 1 : 0);
 }
 
 void TMDIChild::UpdatePanel1() {
@@ -565,6 +523,10 @@ void TMDIChild::RebuildCharts(bool maximise) {
     }
     if (pageControl_->currentIndex() == kReverbTab) {
         FillReverbCards();
+    }
+    comboChannel_->setVisible(pageControl_->currentIndex() == kParametersTab);
+    if (pageControl_->currentIndex() == kParametersTab) {
+        parametersView_->SetMemory(comboChannel_->currentIndex());
     }
     UpdatePanel1();
 }

@@ -10,6 +10,8 @@
 #include "document/messenger.h"
 #include "views/curve_preview.h"
 
+class ParametersView;
+class QComboBox;
 class QLabel;
 class QPlainTextEdit;
 class QScrollArea;
@@ -70,6 +72,8 @@ class TMDIChild : public QMdiSubWindow {
 
     QTabWidget* PageControl() const { return pageControl_; }
     QWidget* Panel1() const { return panel1_; }
+    ParametersView* Parameters() const { return parametersView_; }
+    QComboBox* ComboChannel() const { return comboChannel_; }
 
   signals:
     // A "New Data" document was saved under this path from its close query or Save As.
@@ -95,6 +99,7 @@ class TMDIChild : public QMdiSubWindow {
     bool ItemHasData(int item, int variant) const;
     void FillGroupDelay();
     void FillParameters();
+    void TMDIChild_ComboChannelChange(int index);
     void UpdatePanel1();
     void UpdateReverbRange();
     void MemoEdited(std::vector<std::string>& memo, const QString& text);
@@ -116,7 +121,8 @@ class TMDIChild : public QMdiSubWindow {
     sonalyx::CurvePreview* groupDelayPreviews_[2] = {};
     QLabel* groupDelayLegend_ = nullptr;
     QTableWidget* groupDelayTable_ = nullptr;
-    QTableWidget* parameterTable_ = nullptr;
+    ParametersView* parametersView_ = nullptr;
+    QComboBox* comboChannel_ = nullptr;
     QLabel* summary_ = nullptr;
     QLabel* viewState_ = nullptr;
 

@@ -160,7 +160,7 @@ TEST(ParameterSheetLayout, WithoutMemoryColumnsTheScreenLeavesOutStandingWave) {
     const SheetPicture paper = page(section(false), 1, 0, 1);
     EXPECT_TRUE(paper.noMemoryColumns);
     EXPECT_NE(findOp(paper.ops, "Standing Wave Control"), nullptr);
-    EXPECT_NE(findOp(paper.ops, "ATT"), nullptr);
+    EXPECT_NE(findOp(paper.ops, "  ATT"), nullptr);
     EXPECT_EQ(paper.height, 1310);
 }
 

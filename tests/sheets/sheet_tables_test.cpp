@@ -178,10 +178,10 @@ TEST(SheetTables, StandingWaveCompactForm) {
 TEST(SheetTables, StandingWaveFullForm) {
     const Drawn d = draw(kStandingWave, [](ParameterTables& t) { t.StandingWaveFull(2); });
     ASSERT_EQ(d.text.size(), 13u);
-    EXPECT_EQ(d.text[0], "Main\tNo.\tFilter 1\tFilter 2\tFilter 3");
-    EXPECT_EQ(d.text[3], "\tATT\t-0.5dB\t 0.0dB\t+3.5dB");
-    EXPECT_EQ(d.text[4], "Center\tNo.\tFilter 1\tFilter 2\tFilter 3");
-    EXPECT_EQ(d.text[9], "\tFreq\t201Hz\t239Hz\t68Hz");
+    EXPECT_EQ(d.text[0], "Main\t\tFilter 1\tFilter 2\tFilter 3");
+    EXPECT_EQ(d.text[3], "  ATT\t\t-0.5dB\t 0.0dB\t+3.5dB");
+    EXPECT_EQ(d.text[4], "Center\t\tFilter 1\tFilter 2\tFilter 3");
+    EXPECT_EQ(d.text[9], "  Freq\t\t201Hz\t239Hz\t68Hz");
     EXPECT_EQ(d.text[12], "TRIM\t\t-0.5dB");
     EXPECT_EQ(findOp(d.ops, "201Hz")->x, 28 + 80 + 30);
 }

@@ -153,14 +153,6 @@ TEST_F(MDIChildTest, AFileThatIsNotADocumentIsReportedAndShowsNothing) {
     EXPECT_FALSE(child.widget()->isVisible());
 }
 
-TEST_F(MDIChildTest, ParameterRowsAreShownAsASheet) {
-    auto child = open("9");
-    auto* table = child->findChild<QTableWidget*>(QStringLiteral("ParameterTable"));
-    ASSERT_GT(table->rowCount(), 10);
-    EXPECT_EQ(table->item(0, 0)->text(), QStringLiteral("* Speaker Setting"));
-    EXPECT_EQ(table->columnSpan(0, 0), table->columnCount());
-}
-
 TEST_F(MDIChildTest, GroupDelayGroupsAreListed) {
     auto child = open("10");
     auto* table = child->findChild<QTableWidget*>(QStringLiteral("GroupDelayTable"));
