@@ -9,6 +9,8 @@ const char* cliUsage() {
            "  sonalyx-cli receive --port PORT [--data reverb,groupdelay,parameters]\n"
            "                      [--parameters-only] [--tick-ms N] [--raw] -o FILE\n"
            "  sonalyx-cli convert IN -o OUT\n"
+           "  sonalyx-cli render IN -o OUT.txt|OUT.png|OUT.svg|OUT.pdf --tab parameters\n"
+           "                     [--memory 0..6] [--page P --pages N]\n"
            "exit status: 0 done, 1 failed with a message, 2 usage error\n";
 }
 

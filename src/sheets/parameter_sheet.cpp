@@ -24,6 +24,11 @@ void blankLine(SheetCanvas& canvas) {
 
 }  // namespace
 
+bool hasParameterRows(const std::vector<std::string>& lines) {
+    return std::any_of(lines.begin(), lines.end(),
+                       [](const std::string& line) { return startsWith(line, "* "); });
+}
+
 std::string sheetTitle(int memory) {
     std::string title = "- TORVE Parameters -      [";
     if (memory == ParameterSheet::kAllMemories) {

@@ -58,6 +58,10 @@ class ParameterSheet {
     ParameterGrid grid_;
 };
 
+// Whether the section holds any parameter group ("* Speaker Setting" and the like); a document
+// saved without parameters keeps only its memo block there.
+bool hasParameterRows(const std::vector<std::string>& lines);
+
 // "- TORVE Parameters -      [MEMORY%d]" or "... [ALL MEMORY]".
 std::string sheetTitle(int memory);
 

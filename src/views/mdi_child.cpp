@@ -473,8 +473,7 @@ void TMDIChild::FillGroupDelay() {
 }
 
 void TMDIChild::FillParameters() {
-    const bool any = std::any_of(document_.parameterLines.begin(), document_.parameterLines.end(),
-                                 [](const std::string& line) { return line.rfind("* ", 0) == 0; });
+    const bool any = sonalyx::hasParameterRows(document_.parameterLines);
     sectionPages_[sonalyx::kParametersSection]->setCurrentIndex(any ? 0 : 1);
 }
 
