@@ -1,7 +1,6 @@
 #include "sheets/sheet_fonts.h"
 
 #include <QFontDatabase>
-#include <QFontMetricsF>
 #include <cmath>
 
 namespace sonalyx {
@@ -47,6 +46,8 @@ SheetFonts::SheetFonts(SheetTextDecoder decoder) : decoder_(decoder) {
     fonts_[slot(SheetFont::Heading)].setUnderline(true);
     fonts_[slot(SheetFont::Cell)] = makeFont(cellFamily(), kCellPixels, false);
     fonts_[slot(SheetFont::Memo)] = makeFont(cellFamily(), kCellPixels, false);
+    for (const QFont& font : fonts_)
+        metrics_.emplace_back(font);
 }
 
 const QFont& SheetFonts::font(SheetFont role) const {
@@ -58,6 +59,10 @@ QString SheetFonts::text(std::string_view bytes) const {
     return decoder_ != nullptr ? decoder_(copy) : QString::fromStdString(copy);
 }
 
+qreal SheetFonts::ascent(SheetFont role) const {
+    return metrics_[slot(role)].ascent();
+}
+
 int SheetFonts::height(SheetFont role) const {
     return font(role).pixelSize();
 }
@@ -65,7 +70,7 @@ int SheetFonts::height(SheetFont role) const {
 int SheetFonts::width(std::string_view bytes, SheetFont role) const {
     if (bytes.empty())
         return 0;
-    return static_cast<int>(std::ceil(QFontMetricsF(font(role)).horizontalAdvance(text(bytes))));
+    return static_cast<int>(std::ceil(metrics_[slot(role)].horizontalAdvance(text(bytes))));
 }
 
 }  // namespace sonalyx

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QFont>
+#include <QFontMetricsF>
 #include <QString>
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "sheets/text_metrics.h"
 
@@ -23,6 +25,8 @@ class SheetFonts : public TextMetrics {
     explicit SheetFonts(SheetTextDecoder decoder = nullptr);
 
     const QFont& font(SheetFont role) const;
+    // Distance from the top of a row to the baseline its text is drawn on.
+    qreal ascent(SheetFont role) const;
     QString text(std::string_view bytes) const;
 
     int height(SheetFont role) const override;
@@ -34,6 +38,7 @@ class SheetFonts : public TextMetrics {
   private:
     SheetTextDecoder decoder_;
     std::array<QFont, 4> fonts_;
+    std::vector<QFontMetricsF> metrics_;  // by role, made once: a sheet measures every cell
 };
 
 }  // namespace sonalyx

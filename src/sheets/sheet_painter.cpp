@@ -1,6 +1,5 @@
 #include "sheets/sheet_painter.h"
 
-#include <QFontMetricsF>
 #include <QPainter>
 
 namespace sonalyx {
@@ -13,10 +12,9 @@ void SheetPainter::paint(QPainter& painter, const SheetPicture& picture) const {
     for (const SheetOp& op : picture.ops) {
         if (op.text.empty())
             continue;
-        const QFont& font = fonts_.font(op.font);
-        painter.setFont(font);
+        painter.setFont(fonts_.font(op.font));
         // Operations give the top of the row; text is drawn from its baseline.
-        const qreal baseline = op.y + QFontMetricsF(font).ascent();
+        const qreal baseline = op.y + fonts_.ascent(op.font);
         painter.drawText(QPointF(op.textX, baseline), fonts_.text(op.text));
     }
     painter.restore();
