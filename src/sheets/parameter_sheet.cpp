@@ -56,19 +56,26 @@ bool ParameterSheet::HasStandingWave() const {
     return ParameterTables(grid_, unused).HasStandingWave();
 }
 
-// Speaker Setting and X-Curve down the left, the channel levels beside them from the same top;
-// the pen continues below the longer of the two.
-void ParameterSheet::SettingsAndLevels(SheetCanvas& canvas, ParameterTables& tables,
-                                       int memory) const {
+// Speaker Setting and X-Curve down the left, the channel levels 200 to the right from the same
+// top and, when asked, the distances 400 to the right; the pen continues below the longest.
+void ParameterSheet::SettingsAndLevels(SheetCanvas& canvas, ParameterTables& tables, int memory,
+                                       bool distanceBeside) const {
     const int left = canvas.penX;
     const int top = canvas.penY;
     tables.SpeakerSetting();
     tables.XCurve();
-    const int settingsBottom = canvas.penY;
+    int bottom = canvas.penY;
     canvas.penX = left + kLevelColumnOffset;
     canvas.penY = top;
     tables.ChannelLevel(memory);
-    canvas.penY = std::max(settingsBottom, canvas.penY);
+    bottom = std::max(bottom, canvas.penY);
+    if (distanceBeside) {
+        canvas.penX = left + kDistanceColumnOffset;
+        canvas.penY = top;
+        tables.SpeakerDistance(memory);
+        bottom = std::max(bottom, canvas.penY);
+    }
+    canvas.penY = bottom;
     canvas.penX = left;
 }
 
@@ -92,21 +99,8 @@ SheetPicture ParameterSheet::BuildScreen(int memory) const {
     ParameterTables tables(grid_, canvas);
     memory = std::clamp(memory, 0, kMemoryCount);
     canvas.DrawTitle(sheetTitle(memory));
-    const int left = canvas.penX;
     if (memory != kAllMemories) {
-        const int top = canvas.penY;
-        tables.SpeakerSetting();
-        tables.XCurve();
-        int bottom = canvas.penY;
-        canvas.penX = left + kLevelColumnOffset;
-        canvas.penY = top;
-        tables.ChannelLevel(memory);
-        bottom = std::max(bottom, canvas.penY);
-        canvas.penX = left + kDistanceColumnOffset;
-        canvas.penY = top;
-        tables.SpeakerDistance(memory);
-        canvas.penY = std::max(bottom, canvas.penY);
-        canvas.penX = left;
+        SettingsAndLevels(canvas, tables, memory, true);
         if (!tables.NoMemoryColumns()) {
             blankLine(canvas);
             canvas.DrawHeading("Standing Wave Control");
@@ -116,7 +110,7 @@ SheetPicture ParameterSheet::BuildScreen(int memory) const {
         canvas.DrawHeading("Acoustic Cal EQ");
         tables.AcousticCalEq(memory, false);
     } else {
-        SettingsAndLevels(canvas, tables, memory);
+        SettingsAndLevels(canvas, tables, memory, false);
         blankLine(canvas);
         tables.SpeakerDistance(memory);
         if (!tables.NoMemoryColumns()) {
@@ -143,7 +137,7 @@ SheetPicture ParameterSheet::BuildPage(int memory, int page, int pageCount,
         canvas.DrawTitle(sheetTitle(memory));
         tables.FileMemo(memo, kPageMemoLines);
         blankLine(canvas);
-        SettingsAndLevels(canvas, tables, memory);
+        SettingsAndLevels(canvas, tables, memory, false);
         blankLine(canvas);
         tables.SpeakerDistance(memory);
         blankLine(canvas);
@@ -157,7 +151,7 @@ SheetPicture ParameterSheet::BuildPage(int memory, int page, int pageCount,
         canvas.DrawTitle(sheetTitle(memory));
         tables.FileMemo(memo, pageCount == 3 ? kLongPageMemoLines : kShortPageMemoLines);
         blankLine(canvas);
-        SettingsAndLevels(canvas, tables, memory);
+        SettingsAndLevels(canvas, tables, memory, false);
         blankLine(canvas);
         tables.SpeakerDistance(memory);
         if (pageCount == 2) {

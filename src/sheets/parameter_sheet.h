@@ -9,6 +9,8 @@
 
 namespace sonalyx {
 
+class ParameterTables;
+
 // A drawn sheet: its size in pixels and what to draw on it, in drawing order.
 struct SheetPicture {
     int width = 0;
@@ -50,7 +52,8 @@ class ParameterSheet {
     static int SheetWidth(int memory, int longestDistanceText);
 
   private:
-    void SettingsAndLevels(SheetCanvas& canvas, class ParameterTables& tables, int memory) const;
+    void SettingsAndLevels(SheetCanvas& canvas, ParameterTables& tables, int memory,
+                           bool distanceBeside) const;
     void StandingWaveTables(SheetCanvas& canvas, ParameterTables& tables) const;
     void AcousticCalEqTables(SheetCanvas& canvas, ParameterTables& tables) const;
 

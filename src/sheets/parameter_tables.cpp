@@ -55,6 +55,11 @@ std::string withSign(const std::string& value) {
     return (parseNumber(value) == 0.0 ? " " : "-") + value;
 }
 
+const std::string& noText() {
+    static const std::string empty;
+    return empty;
+}
+
 std::string eqCellText(const std::string& text) {
     return text == "Trim" ? "TRIM" : text;
 }
@@ -197,7 +202,8 @@ void ParameterTables::MemoryColumnsTable(std::string_view marker, int memory, in
         if (memory == 0) {
             canvas_.DrawCell("", labelWidth);
             for (int m = 1; m <= kMemories; ++m) {
-                // The right-aligned heading keeps its last label clear of the sheet's edge.
+                // The last label is written with two leading blanks; right-aligned, it still
+                // lands where the others do.
                 const std::string label =
                     (rightAligned && m == kMemories ? "  " : "") + memoryLabel(m);
                 value(label, m == kMemories);
@@ -256,7 +262,7 @@ bool ParameterTables::StandingWaveCompact(int memory) {
             canvas_.DrawCell(std::string(label), kWaveLabelWidth);
             const int column = kWaveGroups[g].firstColumn;
             for (int f = 1; f <= 3; ++f) {
-                const std::string& raw = row < 0 ? cell(-1, 0) : cell(row, column + f);
+                const std::string& raw = row < 0 ? noText() : cell(row, column + f);
                 const std::string text = label == "ATT" ? withSign(raw) : raw;
                 if (f == 3 && g + 1 == kWaveGroups.size())
                     canvas_.DrawLastCell(text, left);
@@ -270,7 +276,7 @@ bool ParameterTables::StandingWaveCompact(int memory) {
     const int trimRow = FindRowInBlock(block, "Main");
     canvas_.DrawCell("", kWaveTrimIndent);
     canvas_.DrawCell("TRIM", kWaveValueWidth);
-    canvas_.DrawLastCell(trimRow < 0 ? std::string() : cell(trimRow, kWaveTrimColumn), left);
+    canvas_.DrawLastCell(trimRow < 0 ? noText() : cell(trimRow, kWaveTrimColumn), left);
     canvas_.DrawLastCell("", left);
     return true;
 }
@@ -285,12 +291,11 @@ bool ParameterTables::StandingWaveFull(int memory) {
     if (block < 0)
         return false;
     const int left = canvas_.penX;
-    static const std::string none;
     const auto filterRow = [&](const std::string& label, int row, int column, bool level) {
         canvas_.DrawCell(label, kWaveFullNameWidth);
         canvas_.DrawCell("", kWaveLabelWidth);
         for (int f = 1; f <= 3; ++f) {
-            const std::string& raw = row < 0 ? none : cell(row, column + f);
+            const std::string& raw = row < 0 ? noText() : cell(row, column + f);
             const std::string text = level ? withSign(raw) : raw;
             if (f == 3)
                 canvas_.DrawLastCell(text, left);
@@ -309,10 +314,15 @@ bool ParameterTables::StandingWaveFull(int memory) {
     const int trimRow = FindRowInBlock(block, "Main");
     canvas_.DrawCell("TRIM", kWaveFullNameWidth);
     canvas_.DrawCell("", kWaveLabelWidth);
-    canvas_.DrawLastCell(trimRow < 0 ? none : cell(trimRow, kWaveTrimColumn), left);
+    canvas_.DrawLastCell(trimRow < 0 ? noText() : cell(trimRow, kWaveTrimColumn), left);
     return true;
 }
 
+// A memory's block as the receive conversion writes it: the band heading (which carries the
+// memory label), the memory's curve row ("All Ch Adjust", "Front Ch Align", "Custom1",
+// "Custom2") right under it, then one row per channel; a front-align sub-row
+// ("  Front Align Symmetry") is drawn where the document has it, among the channel rows. The
+// block ends at its blank line, the next memory or the next group.
 bool ParameterTables::AcousticCalEq(int memory, bool compact) {
     const int marker = FindMarker("* Acoustic Cal EQ");
     if (marker < 0)

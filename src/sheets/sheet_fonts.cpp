@@ -43,7 +43,6 @@ QString SheetFonts::cellFamily() {
 SheetFonts::SheetFonts(SheetTextDecoder decoder) : decoder_(decoder) {
     fonts_[slot(SheetFont::Title)] = blackFont(kTitlePixels);
     fonts_[slot(SheetFont::Heading)] = blackFont(kHeadingPixels);
-    fonts_[slot(SheetFont::Heading)].setUnderline(true);
     fonts_[slot(SheetFont::Cell)] = makeFont(cellFamily(), kCellPixels, false);
     fonts_[slot(SheetFont::Memo)] = makeFont(cellFamily(), kCellPixels, false);
     for (const QFont& font : fonts_)
@@ -59,8 +58,8 @@ QString SheetFonts::text(std::string_view bytes) const {
     return decoder_ != nullptr ? decoder_(copy) : QString::fromStdString(copy);
 }
 
-qreal SheetFonts::ascent(SheetFont role) const {
-    return metrics_[slot(role)].ascent();
+const QFontMetricsF& SheetFonts::metrics(SheetFont role) const {
+    return metrics_[slot(role)];
 }
 
 int SheetFonts::height(SheetFont role) const {

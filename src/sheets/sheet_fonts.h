@@ -19,14 +19,14 @@ using SheetTextDecoder = QString (*)(const std::string& bytes);
 // The sheet's fonts and their measurements: "Arial" (and "Arial Black") where installed,
 // otherwise the metric-compatible Liberation Sans, with bold standing in for the black face.
 // Sizes are fixed in pixels (10, 12 and 16 points at 96 dpi) so a sheet measures the same on
-// every screen and scales as a whole on paper.
+// every screen and scales as a whole on paper. Headings are underlined by the painter, since
+// not every paint device draws a font's underline.
 class SheetFonts : public TextMetrics {
   public:
     explicit SheetFonts(SheetTextDecoder decoder = nullptr);
 
     const QFont& font(SheetFont role) const;
-    // Distance from the top of a row to the baseline its text is drawn on.
-    qreal ascent(SheetFont role) const;
+    const QFontMetricsF& metrics(SheetFont role) const;
     QString text(std::string_view bytes) const;
 
     int height(SheetFont role) const override;

@@ -1,6 +1,7 @@
 #include "sheets/sheet_painter.h"
 
 #include <QPainter>
+#include <algorithm>
 
 namespace sonalyx {
 
@@ -13,9 +14,17 @@ void SheetPainter::paint(QPainter& painter, const SheetPicture& picture) const {
         if (op.text.empty())
             continue;
         painter.setFont(fonts_.font(op.font));
+        const QFontMetricsF& metrics = fonts_.metrics(op.font);
+        const QString text = fonts_.text(op.text);
         // Operations give the top of the row; text is drawn from its baseline.
-        const qreal baseline = op.y + fonts_.ascent(op.font);
-        painter.drawText(QPointF(op.textX, baseline), fonts_.text(op.text));
+        const qreal baseline = op.y + metrics.ascent();
+        painter.drawText(QPointF(op.textX, baseline), text);
+        if (op.font == SheetFont::Heading) {
+            const qreal thickness = std::max<qreal>(metrics.lineWidth(), 1.0);
+            painter.fillRect(QRectF(op.textX, baseline + metrics.underlinePos(),
+                                    metrics.horizontalAdvance(text), thickness),
+                             colours_.text);
+        }
     }
     painter.restore();
 }

@@ -87,16 +87,6 @@ TEST_F(RenderSheetTest, WritesEveryFormat) {
     EXPECT_NE(bytes("all.svg").find("Speaker Distance"), std::string::npos);
 }
 
-TEST_F(RenderSheetTest, TextMatchesTheSheetOfTheDocument) {
-    const std::string out = path("sheet.txt");
-    ASSERT_EQ(render(samplesPath("sample-layout-10.csv") + " --tab parameters -o " + out), 0);
-    // The golden of the sheets holds the same sheet after its caption line.
-    const auto golden = readLinesOrFail(testDataPath("sheets/sample-layout-10.txt"));
-    const auto text = readLinesOrFail(out);
-    ASSERT_GT(golden.size(), text.size());
-    EXPECT_EQ(std::vector<std::string>(golden.begin() + 1, golden.begin() + 1 + text.size()), text);
-}
-
 struct FailureCase {
     std::string args;
     int status;
