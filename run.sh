@@ -48,5 +48,8 @@ done
 if start_emulator; then
   "$cli" receive --port "$port_link" --tick-ms 100 -o out/received.csv
   echo "  received a configuration-10 measurement from the emulator -> out/received.csv"
+  "$cli" render out/received.csv --tab parameters -o out/received-parameters.png
+  "$cli" render out/received.csv --tab parameters --page 1 --pages 2 -o out/received-parameters.pdf
+  echo "  drew its parameter sheet -> out/received-parameters.png and a print page -> .pdf"
 fi
 echo "Done. Results are in out/."

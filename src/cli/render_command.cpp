@@ -12,6 +12,7 @@
 #include "cli_usage.h"
 #include "document/document_file.h"
 #include "render_options.h"
+#include "render_sheet.h"
 #include "stderr_messenger.h"
 #include "views/mdi_child.h"
 #include "views/view_export.h"
@@ -101,17 +102,8 @@ int WriteGroupDelayTab(const TMDIChild& window, const RenderOptions&, const QStr
     return Save(window, output);
 }
 
-int WriteParametersTab(const TMDIChild& window, const RenderOptions& o, const QString& output) {
-    if (o.memory || o.page || QFileInfo(output).suffix().toLower() != QLatin1String("png")) {
-        return Fail(
-            "The parameters tab can be rendered as .png of the screen sheet only in "
-            "this version.");
-    }
-    return Save(window, output);
-}
-
 using TabWriter = int (*)(const TMDIChild&, const RenderOptions&, const QString&);
-constexpr TabWriter kTabWriters[] = {WriteReverbTab, WriteGroupDelayTab, WriteParametersTab};
+constexpr TabWriter kTabWriters[] = {WriteReverbTab, WriteGroupDelayTab};
 
 std::string SuffixProblem(const RenderOptions& o) {
     const QString suffix = QFileInfo(QString::fromStdString(o.output)).suffix().toLower();
@@ -138,6 +130,16 @@ int runRenderCommand(const std::vector<std::string>& args) {
     problem = SuffixProblem(options);
     if (!problem.empty()) {
         return usageError(problem);
+    }
+    if (options.tab == 2) {
+        // The sheet is drawn from the document alone, at the sheet's own size; on this tab
+        // --channel picks the memory as the tab's selector does.
+        const int memory = options.memory.value_or(options.channel.value_or(0));
+        if (memory > 6) {
+            return Fail("No entry " + std::to_string(memory) + " in the memory list (0 to 6).");
+        }
+        return renderParameterSheet(options.input, options.output, memory,
+                                    options.page.value_or(0), options.pages.value_or(0));
     }
     StderrMessenger messenger;
     std::error_code ec;

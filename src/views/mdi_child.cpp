@@ -22,7 +22,6 @@
 #include <cmath>
 
 #include "document/document_loader.h"
-#include "document/parameter_rows.h"
 #include "document/speaker_layout.h"
 #include "views/chart/chart_widget.h"
 #include "views/curve_preview.h"
@@ -30,6 +29,7 @@
 #include "views/panel_button.h"
 #include "views/reverb_view.h"
 #include "views/step_button.h"
+#include "views/parameters_view.h"
 
 using sonalyx::CurvePreview;
 using sonalyx::MemoCodec;
@@ -212,17 +212,12 @@ QWidget* TMDIChild::BuildParametersTab() {
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(BuildFileMemo(sonalyx::kParametersSection, tab));
 
-    parameterTable_ = new QTableWidget(tab);
-    parameterTable_->setObjectName(QStringLiteral("ParameterTable"));
-    parameterTable_->verticalHeader()->hide();
-    parameterTable_->horizontalHeader()->hide();
-    parameterTable_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    parameterTable_->setShowGrid(true);
-    parameterTable_->setWordWrap(false);
+    parametersView_ = new ParametersView(tab);
+    parametersView_->SetDocument(&document_);
 
     auto* pages = new QStackedWidget(tab);
     pages->setObjectName(QStringLiteral("SectionPages"));
-    pages->addWidget(parameterTable_);
+    pages->addWidget(parametersView_);
     pages->addWidget(BuildNoDataLabel(tab));
     sectionPages_[sonalyx::kParametersSection] = pages;
     layout->addWidget(pages, 1);
@@ -345,62 +340,8 @@ void TMDIChild::FillGroupDelay() {
 }
 
 void TMDIChild::FillParameters() {
-    std::vector<std::string> lines = document_.parameterLines;
-    sonalyx::ParameterGrid grid;
-    const bool parsed = sonalyx::ParseParameterRows(lines, grid);
-    // The sheet starts at its first block heading; blank rows and columns carry nothing.
-    std::vector<int> rows;
-    std::vector<bool> usedColumn(sonalyx::kParameterColumns, false);
-    bool started = false;
-    for (int r = 0; parsed && r < grid.rowCount(); ++r) {
-        started = started || grid.cell(r, 0).rfind("* ", 0) == 0;
-        bool empty = true;
-        for (int c = 0; c < sonalyx::kParameterColumns; ++c) {
-            empty = empty && grid.cell(r, c).empty();
-        }
-        if (!started || empty) {
-            continue;
-        }
-        rows.push_back(r);
-        for (int c = 0; c < sonalyx::kParameterColumns; ++c) {
-            usedColumn[c] = usedColumn[c] || !grid.cell(r, c).empty();
-        }
-    }
-    std::vector<int> columns;
-    for (int c = 0; c < sonalyx::kParameterColumns; ++c) {
-        if (usedColumn[c]) {
-            columns.push_back(c);
-        }
-    }
-    parameterTable_->clear();
-    parameterTable_->clearSpans();
-    parameterTable_->setRowCount(static_cast<int>(rows.size()));
-    parameterTable_->setColumnCount(static_cast<int>(columns.size()));
-    parameterTable_->verticalHeader()->setDefaultSectionSize(
-        parameterTable_->fontMetrics().height() + 8);
-    for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
-        const int r = rows[i];
-        const bool heading = grid.cell(r, 0).rfind("* ", 0) == 0;
-        for (int j = 0; j < static_cast<int>(columns.size()); ++j) {
-            auto* item = new QTableWidgetItem(fromBytes(grid.cell(r, columns[j])));
-            if (heading) {
-                QFont font = item->font();
-                font.setBold(true);
-                item->setFont(font);
-                item->setBackground(QColor(0xdd, 0xe6, 0xf2));
-            }
-            item->setTextAlignment(j == 0 ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter);
-            parameterTable_->setItem(i, j, item);
-        }
-        if (heading && !columns.empty()) {
-            parameterTable_->setSpan(i, 0, 1, static_cast<int>(columns.size()));
-        }
-    }
-    parameterTable_->resizeColumnsToContents();
-    for (int j = 1; j < parameterTable_->columnCount(); ++j) {
-        parameterTable_->setColumnWidth(j, std::max(parameterTable_->columnWidth(j), 64));
-    }
-    sectionPages_[sonalyx::kParametersSection]->setCurrentIndex(rows.empty() ? 1 : 0);
+    const bool any = sonalyx::hasParameterRows(document_.parameterLines);
+    sectionPages_[sonalyx::kParametersSection]->setCurrentIndex(any ? 0 : 1);
 }
 
 void TMDIChild::UpdateSummary() {
@@ -421,6 +362,9 @@ void TMDIChild::RebuildCharts(bool maximise) {
         reverbView_->RebuildCharts(Selection(), selectedChannel_);
         const sonalyx::ReverbFiller filler(document_, Selection());
         panel1_->SetLegend(filler.LegendCaptions(), reverbView_->LegendSwatches());
+    }
+    if (pageControl_->currentIndex() == kParametersTab) {
+        parametersView_->SetMemory(selectedMemory_);
     }
 }
 

@@ -14,6 +14,7 @@
 #include "views/view_controls.h"
 
 class QAbstractScrollArea;
+class ParametersView;
 class QLabel;
 class QPlainTextEdit;
 class QScrollArea;
@@ -113,6 +114,7 @@ class TMDIChild : public QMdiSubWindow {
     sonalyx::ViewControls* Panel1() const { return panel1_; }
     sonalyx::ReverbView* Reverb() const { return reverbView_; }
     QTimer* Timer1() const { return timer1_; }
+    ParametersView* Parameters() const { return parametersView_; }
 
   signals:
     // A "New Data" document was saved under this path from its close query or Save As.
@@ -162,7 +164,7 @@ class TMDIChild : public QMdiSubWindow {
     sonalyx::CurvePreview* groupDelayPreviews_[2] = {};
     QLabel* groupDelayLegend_ = nullptr;
     QTableWidget* groupDelayTable_ = nullptr;
-    QTableWidget* parameterTable_ = nullptr;
+    ParametersView* parametersView_ = nullptr;
 
     // View state of the window, never saved.
     bool graph3D_ = true;
@@ -170,6 +172,7 @@ class TMDIChild : public QMdiSubWindow {
     int reverbVariant_ = 0;
     int groupDelayVariant_ = 0;
     int selectedChannel_ = 0;
+    int selectedMemory_ = 0;  // the Parameters tab's choice of ComboChannel
     bool BarMode_ = false;
     std::optional<sonalyx::Step> RepeatStep_;
     bool RotateBackward_ = false;

@@ -14,6 +14,9 @@
 
 #include "views/chart/chart_widget.h"
 #include "views/mdi_child.h"
+
+#include "views/parameters_view.h"
+#include "views/sheet_scroll_box.h"
 #include "views/panel_button.h"
 #include "views/reverb_view.h"
 #include "views/step_button.h"
@@ -113,6 +116,12 @@ void TMDIChild::RefreshSelectors() {
     QComboBox* combo = panel1_->ComboChannel();
     const QSignalBlocker block(combo);
     combo->clear();
+    // On the Parameters tab the same box picks the sheet's memory; each tab keeps its choice.
+    if (pageControl_->currentIndex() == kParametersTab) {
+        combo->addItems(ParametersView::MemoryItems());
+        combo->setCurrentIndex(std::clamp(selectedMemory_, 0, combo->count() - 1));
+        return;
+    }
     combo->addItems(filler.ComboItems());
     combo->setCurrentIndex(std::clamp(selectedChannel_, 0, combo->count() - 1));
     selectedChannel_ = combo->currentIndex();
@@ -300,6 +309,11 @@ void TMDIChild::SetPairMode(int mode) {
 }
 
 void TMDIChild::ComboChannelChange(int index) {
+    if (pageControl_->currentIndex() == kParametersTab) {
+        selectedMemory_ = std::max(index, 0);
+        parametersView_->SetMemory(selectedMemory_);
+        return;
+    }
     selectedChannel_ = std::max(index, 0);
     RebuildCharts(false);
 }
@@ -322,6 +336,7 @@ void TMDIChild::SetGraph3D(bool on) {
 
 void TMDIChild::OnChangeTab() {
     const bool reverb = pageControl_->currentIndex() == kReverbTab;
+    RefreshSelectors();
     RebuildCharts(false);
     QSlider* slice = panel1_->TrackBar(Track::TimeSlice);
     slice->setMaximum(reverb ? kReverbSliceMax : kGroupDelaySliceMax);
@@ -390,7 +405,7 @@ QAbstractScrollArea* TMDIChild::ScrollBoxOfTab() const {
         case kReverbTab:
             return reverbView_->ScrollBox1();
         case kParametersTab:
-            return parameterTable_;
+            return parametersView_->ScrollBox3();
         default:
             return nullptr;
     }

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QImage>
+#include <QStringList>
+#include <QWidget>
+
+#include "document/measurement_document.h"
+#include "sheets/parameter_sheet.h"
+#include "sheets/sheet_fonts.h"
+
+class QLabel;
+class QPainter;
+class SheetScrollBox;
+
+// The Parameters tab's sheet: the document's parameters drawn as titled tables, silver on
+// black, for all memories or for one, in a scroll box. It also draws the printed pages.
+class ParametersView : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit ParametersView(QWidget* parent = nullptr);
+
+    // The document whose parameters section and file memo are drawn (not owned).
+    void SetDocument(sonalyx::MeasurementDocument* document);
+
+    // The memory selector: 0 all memories, 1..6 one memory. The sheet is rebuilt.
+    void SetMemory(int memory);
+    int Memory() const { return memory_; }
+    // The selector's entries: item 0 all memories, item k memory k.
+    static QStringList MemoryItems();
+
+    // Builds the screen sheet of the current memory and shows it. The picture stays hidden
+    // while it is drawn, and when the section has nothing to draw (false).
+    bool BuildParameterSheet();
+    const sonalyx::SheetPicture& Sheet() const { return sheet_; }
+
+    // Page `page` of `pageCount` (2 or 3) of an all-memory print, or the single page of a
+    // one-memory print (page and count are not used then): black on white, 1310 pixels tall.
+    // False when the section has nothing to draw.
+    bool ParameterPage(int page, int pageCount, sonalyx::SheetPicture& out) const;
+    QImage BuildParameterPage(int page, int pageCount) const;
+    // Paints the page in sheet pixels; scale the painter to the paper first.
+    bool PaintParameterPage(QPainter& painter, int page, int pageCount) const;
+    // Whether the section has standing wave data (an all-memory print needs its pages then).
+    bool HasStandingWave() const;
+
+    const sonalyx::SheetFonts& Fonts() const { return fonts_; }
+    SheetScrollBox* ScrollBox3() const { return scrollBox_; }
+
+  private:
+    sonalyx::MeasurementDocument* document_ = nullptr;
+    sonalyx::SheetFonts fonts_;
+    sonalyx::SheetPicture sheet_;
+    int memory_ = 0;
+    SheetScrollBox* scrollBox_ = nullptr;
+    QWidget* panel_ = nullptr;
+    QLabel* picture_ = nullptr;
+};
