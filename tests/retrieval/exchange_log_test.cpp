@@ -49,7 +49,7 @@ TEST(ExchangeLog, ALogThatCannotBeWrittenChangesNothing) {
         EXPECT_FALSE(run.log.writing());
         EXPECT_TRUE(run.observer.result.success);
         EXPECT_EQ(run.observer.result.lines, unlogged.observer.result.lines);
-        EXPECT_TRUE(run.messenger.texts.empty());
+        EXPECT_TRUE(run.messenger.texts().empty());
     }
 }
 

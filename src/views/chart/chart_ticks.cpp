@@ -46,30 +46,30 @@ void valueTicks(const Axis& axis, const QString& picture, const ChartStyle& styl
     }
 }
 
-const Series* labelledSeries(const ChartModel& model) {
+// Point labels may come from any visible series (a 2D bar graph labels each bar in its own
+// series); where two series label the same x, the first one's label stands.
+void pointLabelTicks(const ChartModel& model, const ChartStyle& style, std::vector<Tick>& out) {
+    std::vector<const Point*> labelled;
     for (const Series& s : model.series) {
         if (!s.visible) {
             continue;
         }
         for (const Point& p : s.points) {
-            if (!p.label.isEmpty()) {
-                return &s;
+            if (!p.label.isEmpty() && p.x >= model.bottom.minimum && p.x <= model.bottom.maximum) {
+                labelled.push_back(&p);
             }
         }
     }
-    return nullptr;
-}
-
-void pointLabelTicks(const ChartModel& model, const Series& series, const ChartStyle& style,
-                     std::vector<Tick>& out) {
-    for (const Point& p : series.points) {
-        if (p.label.isEmpty() || p.x < model.bottom.minimum || p.x > model.bottom.maximum) {
-            continue;
-        }
+    std::stable_sort(labelled.begin(), labelled.end(),
+                     [](const Point* a, const Point* b) { return a->x < b->x; });
+    labelled.erase(std::unique(labelled.begin(), labelled.end(),
+                               [](const Point* a, const Point* b) { return a->x == b->x; }),
+                   labelled.end());
+    for (const Point* p : labelled) {
         Tick t;
-        t.value = p.x;
-        if (model.bottom.visible && !p.label.trimmed().isEmpty()) {
-            t.text = p.label;
+        t.value = p->x;
+        if (model.bottom.visible && !p->label.trimmed().isEmpty()) {
+            t.text = p->label;
             t.width = style.textWidth(t.text);
         }
         out.push_back(std::move(t));
@@ -114,9 +114,8 @@ double effectiveIncrement(const Axis& axis) {
 ChartTicks::ChartTicks(const ChartModel& model, const ChartStyle& style, bool view3d,
                        int depthSlots) {
     valueTicks(model.left, model.left.valueFormat, style, left);
-    if (const Series* labelled = labelledSeries(model)) {
-        pointLabelTicks(model, *labelled, style, bottom);
-    } else {
+    pointLabelTicks(model, style, bottom);
+    if (bottom.empty()) {
         valueTicks(model.bottom, kPlainNumber, style, bottom);
     }
     if (view3d) {
