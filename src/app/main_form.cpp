@@ -32,6 +32,7 @@
 #include "link/form_port.h"
 #include "link/port_list.h"
 #include "retrieval/date_stamp.h"
+#include "views/form_decay_times.h"
 #include "views/mdi_child.h"
 
 namespace {
@@ -226,6 +227,8 @@ void TMainForm::CreateActions() {
     demo->setCheckable(true);
     demo->setIcon(ToolIcons::Make(ToolIcons::Demo));
     connect(demo, &QAction::toggled, this, &TMainForm::DemoExecute);
+    bind(MakeAction(QStringLiteral("DisplayDecayTimes"), tr("Decay Times(&R)..."), nullptr, false),
+         &TMainForm::DecayTimesExecute);
 }
 
 void TMainForm::CreateMenus() {
@@ -274,6 +277,8 @@ void TMainForm::CreateMenus() {
     type->addAction(Action(QStringLiteral("ActionEachCh")));
     type->addAction(Action(QStringLiteral("ActionPairCh")));
     display->addAction(Action(QStringLiteral("ActionDemo")));
+    display->addSeparator();
+    display->addAction(Action(QStringLiteral("DisplayDecayTimes")));
 
     windowMenu_ = menuBar()->addMenu(tr("Window(&W)"));
     windowMenu_->addAction(Action(QStringLiteral("WindowCascade1")));
@@ -716,6 +721,15 @@ void TMainForm::PairChExecute() {
     }
 }
 
+void TMainForm::DecayTimesExecute() {
+    TMDIChild* child = ActiveDocument();
+    if (child == nullptr) {
+        return;
+    }
+    TFormDecayTimes form(child->Document(), child->PairMode(), messenger_, this);
+    form.exec();
+}
+
 void TMainForm::DemoExecute(bool on) {
     if (on) {
         timerTag_ = kTagDemo;
@@ -785,7 +799,8 @@ void TMainForm::FinishStartup() {
 
 void TMainForm::UpdateDocumentActions() {
     const bool any = !DocumentWindows().isEmpty();
-    for (const char* name : {"FileSave1", "FileSaveAs1", "ActionEachCh", "ActionPairCh"}) {
+    for (const char* name :
+         {"FileSave1", "FileSaveAs1", "ActionEachCh", "ActionPairCh", "DisplayDecayTimes"}) {
         Action(QLatin1String(name))->setEnabled(any);
     }
     // The demonstration shares the window's timer and stays off while a receive runs.

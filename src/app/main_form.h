@@ -96,6 +96,7 @@ class TMainForm : public QMainWindow {
     void EachChExecute();
     void PairChExecute();
     void DemoExecute(bool on);
+    void DecayTimesExecute();
 
   signals:
     // The print pipeline listens to this; preview false means print at once.
