@@ -139,22 +139,25 @@ QVariant DecayTimesModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant DecayTimesModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (role != Qt::DisplayRole)
+    const bool ours = role == Qt::DisplayRole || role == kBandRole || role == kKindRole;
+    if (!ours)
         return QAbstractTableModel::headerData(section, orientation, role);
     if (orientation == Qt::Vertical) {
-        if (section < 0 || section >= rowCount())
+        if (role != Qt::DisplayRole || section < 0 || section >= rowCount())
             return {};
         return MemoCodec::decodeLine(table().items[static_cast<size_t>(section)]);
     }
     if (section < 0 || section >= columnCount())
         return {};
     const ColumnRole column = columnRole(section);
+    const QString band = MemoCodec::decodeLine(table().bands[static_cast<size_t>(column.band)]);
+    if (role == kBandRole)
+        return band;
     const QString& caption = sets_[static_cast<size_t>(column.set)].caption;
     QString kind = kindCaption(column.kind);
     if (!caption.isEmpty())
         kind = caption + QLatin1Char(' ') + kind.toLower();
-    return MemoCodec::decodeLine(table().bands[static_cast<size_t>(column.band)]) +
-           QLatin1Char('\n') + kind;
+    return role == kKindRole ? kind : band + QLatin1Char('\n') + kind;
 }
 
 }  // namespace sonalyx

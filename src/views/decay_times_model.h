@@ -17,6 +17,8 @@ class DecayTimesModel : public QAbstractTableModel {
   public:
     enum class Figure { Rt60, Rate };
     enum Kind { kBefore = 0, kAfter = 1, kChange = 2, kKinds = 3 };
+    // Column header roles besides the display text ("1k\nBefore"): its two lines apart.
+    enum HeaderRole { kBandRole = Qt::UserRole + 1, kKindRole };
 
     explicit DecayTimesModel(QObject* parent = nullptr);
 

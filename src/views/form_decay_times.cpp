@@ -1,12 +1,15 @@
 #include "views/form_decay_times.h"
 
+#include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSaveFile>
@@ -14,6 +17,7 @@
 #include <QVBoxLayout>
 
 #include "document/decay_table_csv.h"
+#include "views/decay_header_view.h"
 #include "views/memo_codec.h"
 
 TFormDecayTimes::TFormDecayTimes(const sonalyx::MeasurementDocument& document, int pairMode,
@@ -53,11 +57,14 @@ TFormDecayTimes::TFormDecayTimes(const sonalyx::MeasurementDocument& document, i
 
     tableDecay_ = new QTableView(this);
     tableDecay_->setObjectName(QStringLiteral("TableDecay"));
+    tableDecay_->setHorizontalHeader(new sonalyx::DecayHeaderView(tableDecay_));
     tableDecay_->setModel(&model_);
     tableDecay_->setSelectionMode(QAbstractItemView::ContiguousSelection);
-    tableDecay_->horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
     tableDecay_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     tableDecay_->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+
+    // The view's own Copy takes only the current cell; ours takes the selection.
+    tableDecay_->installEventFilter(this);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     btnExport_ = buttons->addButton(tr("Export CSV..."), QDialogButtonBox::ActionRole);
@@ -114,6 +121,37 @@ void TFormDecayTimes::BtnExportClick() {
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return;
     ExportCsv(dialog.selectedFiles().constFirst());
+}
+
+bool TFormDecayTimes::eventFilter(QObject* watched, QEvent* event) {
+    const bool copy = event->type() == QEvent::KeyPress &&
+                      static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy);
+    if (watched == tableDecay_ && copy) {
+        CopySelection();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void TFormDecayTimes::CopySelection() {
+    const QModelIndexList selected = tableDecay_->selectionModel()->selectedIndexes();
+    if (selected.isEmpty())
+        return;
+    int top = selected.front().row(), bottom = top, left = selected.front().column(), right = left;
+    for (const QModelIndex& index : selected) {
+        top = std::min(top, index.row());
+        bottom = std::max(bottom, index.row());
+        left = std::min(left, index.column());
+        right = std::max(right, index.column());
+    }
+    QStringList lines;
+    for (int row = top; row <= bottom; ++row) {
+        QStringList cells;
+        for (int column = left; column <= right; ++column)
+            cells.append(model_.index(row, column).data().toString());
+        lines.append(cells.join(QLatin1Char('\t')));
+    }
+    QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
 }
 
 bool TFormDecayTimes::ExportCsv(const QString& path) {

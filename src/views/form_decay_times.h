@@ -33,6 +33,11 @@ class TFormDecayTimes : public QDialog {
     void ComboRowsChange(int index);
     void ComboFigureChange(int index);
     void BtnExportClick();
+    // The selected cells as tab-separated text on the clipboard, for a spreadsheet.
+    void CopySelection();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void ShowTable();

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -8,6 +9,7 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 
 #include "document/decay_table_csv.h"
@@ -64,6 +66,17 @@ TEST_F(FormDecayTimesTest, ShowsEachChannelOrGroupInEachBand) {
     for (int c = 0; c < rates.size(); ++c) {
         EXPECT_EQ(cell(form, 0, c), rates[c]) << "column " << c;
     }
+
+    // Ctrl+C on a selection gives a spreadsheet the figures shown.
+    form.show();
+    form.Table()->setFocus();
+    form.Table()->setCurrentIndex(model.index(0, 0));
+    form.Table()->selectionModel()->select(QItemSelection(model.index(0, 0), model.index(1, 1)),
+                                           QItemSelectionModel::Select);
+    QTest::keyClick(form.Table(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), cell(form, 0, 0) + "\t" + cell(form, 0, 1) +
+                                                        "\n" + cell(form, 1, 0) + "\t" +
+                                                        cell(form, 1, 1));
 
     form.findChild<QComboBox*>(QStringLiteral("ComboRows"))->setCurrentIndex(1);
     ASSERT_EQ(model.rowCount(), 3);
