@@ -1,0 +1,176 @@
+// A full redraw of the Reverb tab's fifteen 3D charts beside the least work any chart must do:
+// the same polylines with the same number of points, drawn flat by the same painter into the
+// same image, without axes, walls, labels or projection.
+#include <benchmark/benchmark.h>
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "document/document_file.h"
+#include "document/document_loader.h"
+#include "views/chart/chart_painter.h"
+
+namespace {
+
+using namespace sonalyx;
+using namespace sonalyx::chart;
+
+constexpr int kWindowWidth = 1600;
+constexpr int kWindowHeight = 1000;
+constexpr int kCharts = 15;
+constexpr int kBands = 9;
+
+const QColor kBandColours[kBands] = {{248, 0, 0},    {232, 72, 8},   {248, 160, 40},
+                                     {192, 216, 56}, {0, 216, 112},  {0, 104, 224},
+                                     {80, 144, 248}, {144, 88, 208}, {160, 16, 124}};
+
+const MeasurementDocument& sampleDocument() {
+    static const MeasurementDocument doc = [] {
+        MeasurementDocument d;
+        const auto lines =
+            readDocumentLines(std::string(SONALYX_SAMPLES_DIR) + "/sample-layout-9.csv");
+        if (!lines || !DocumentLoader::load(d, *lines, "bench.csv", nullptr)) {
+            std::fprintf(stderr, "cannot read the layout-9 sample\n");
+            std::exit(1);
+        }
+        return d;
+    }();
+    return doc;
+}
+
+// Fifteen charts as the Reverb tab fills them: nine band decays of one channel each, the
+// default 3D view, the left axis moved so the sample's levels are in view.
+struct Tab {
+    std::vector<ChartModel> charts;
+    std::vector<QRectF> rects;
+    QImage image;
+
+    Tab() : image(kWindowWidth, (kCharts / 3) * (kWindowHeight / 3), QImage::Format_RGB32) {
+        const MeasurementDocument& doc = sampleDocument();
+        const int width = kWindowWidth / 3;
+        const int height = kWindowHeight / 3;
+        for (int c = 0; c < kCharts; ++c) {
+            ChartModel m;
+            m.name = QStringLiteral("Chart%1").arg(c + 1);
+            m.left = {50, 80, 3, QStringLiteral("Level[dB] ")};
+            m.bottom = {0, 160, 10, QStringLiteral("Time[msec]")};
+            m.depth = {0, 1, 1, QStringLiteral("Freq[Hz]")};
+            const int position = c % std::max(1, doc.channelCount);
+            for (int b = 0; b < kBands; ++b) {
+                Series& s = m.series[static_cast<std::size_t>(b)];
+                s.title = QString::fromStdString(doc.bandLabels[static_cast<std::size_t>(b)]);
+                s.colour = kBandColours[b];
+                for (int t = 0; t < kTimePoints; ++t) {
+                    s.points.push_back(
+                        {5.0 * (t + 1), 58.0 + doc.reverbValues[0][position][b][t], QString()});
+                }
+            }
+            charts.push_back(std::move(m));
+            rects.emplace_back((c % 3) * width + 1, (c / 3) * height, width, height);
+        }
+    }
+};
+
+void BM_Floor(benchmark::State& state) {
+    Tab tab;
+    // The curves mapped once, flat into each chart's rect: what remains is the drawing alone.
+    std::vector<std::vector<QPointF>> lines;
+    std::vector<QColor> colours;
+    for (int c = 0; c < kCharts; ++c) {
+        const QRectF& r = tab.rects[static_cast<std::size_t>(c)];
+        const ChartModel& m = tab.charts[static_cast<std::size_t>(c)];
+        for (const Series& s : m.series) {
+            if (s.points.empty()) {
+                continue;
+            }
+            std::vector<QPointF> line;
+            for (const Point& p : s.points) {
+                line.emplace_back(r.left() + r.width() * p.x / 160.0,
+                                  r.bottom() - r.height() * (p.y - 50.0) / 30.0);
+            }
+            lines.push_back(std::move(line));
+            colours.push_back(s.colour);
+        }
+    }
+    for (auto _ : state) {
+        QPainter painter(&tab.image);
+        painter.fillRect(tab.image.rect(), Qt::black);
+        painter.setRenderHint(QPainter::Antialiasing, true);
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            QPen pen(colours[i], 1);
+            pen.setCosmetic(true);
+            painter.setPen(pen);
+            painter.drawPolyline(lines[i].data(), static_cast<int>(lines[i].size()));
+        }
+        painter.end();
+        benchmark::DoNotOptimize(tab.image.constBits());
+    }
+}
+BENCHMARK(BM_Floor)->Unit(benchmark::kMillisecond);
+
+void BM_FullRedraw(benchmark::State& state) {
+    Tab tab;
+    for (auto _ : state) {
+        QPainter painter(&tab.image);
+        for (int c = 0; c < kCharts; ++c) {
+            paintChart(painter, tab.rects[static_cast<std::size_t>(c)],
+                       tab.charts[static_cast<std::size_t>(c)]);
+        }
+        painter.end();
+        benchmark::DoNotOptimize(tab.image.constBits());
+    }
+}
+BENCHMARK(BM_FullRedraw)->Unit(benchmark::kMillisecond);
+
+// Keeps each benchmark's time so the ratio to the floor can be printed at the end.
+class RatioReporter : public benchmark::ConsoleReporter {
+  public:
+    void ReportRuns(const std::vector<Run>& runs) override {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& run : runs) {
+            milliseconds_[run.benchmark_name()] =
+                run.GetAdjustedRealTime() * 1e3 / benchmark::GetTimeUnitMultiplier(run.time_unit);
+        }
+    }
+    void printRatios() const {
+        const auto ms = [&](const char* name) {
+            const auto it = milliseconds_.find(name);
+            return it == milliseconds_.end() ? 0.0 : it->second;
+        };
+        const double floor = ms("BM_Floor");
+        const double full = ms("BM_FullRedraw");
+        if (floor <= 0 || full <= 0) {
+            return;
+        }
+        std::printf("\n%d 3D charts of %d x %d, %d curves of %d points each\n", kCharts,
+                    kWindowWidth / 3, kWindowHeight / 3, kBands, kTimePoints);
+        std::printf(
+            "full redraw %.2f ms (target <= 15), %.2f x the floor's %.2f ms "
+            "(target <= 3)\n",
+            full, full / floor, floor);
+    }
+
+  private:
+    std::map<std::string, double> milliseconds_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    QGuiApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.printRatios();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,43 @@
+#include "views/chart/chart_painter.h"
+
+#include <QPainter>
+
+#include "views/chart/chart_frame.h"
+#include "views/chart/chart_projection.h"
+#include "views/chart/chart_style.h"
+#include "views/chart/chart_ticks.h"
+#include "views/chart/series_painter.h"
+
+namespace sonalyx::chart {
+
+void paintChart(QPainter& painter, const QRectF& rect, const ChartModel& model,
+                const ChartAppearance& appearance) {
+    painter.save();
+    painter.setClipRect(rect, Qt::IntersectClip);
+    const ChartStyle style(model, rect, appearance);
+    painter.fillRect(rect, style.colours().background);
+    if (!model.visible) {
+        painter.restore();
+        return;
+    }
+    const bool view3d = model.view.enabled;
+    const ChartTicks ticks(model, style, view3d, ChartProjection::slotsInUse(model));
+    const ChartProjection projection(model, rect, ticks.room);
+
+    painter.setRenderHint(QPainter::Antialiasing, view3d);
+    drawChartFrame(painter, rect, model, style, ticks, projection);
+
+    // Far slots first, so nearer curves cover the ones behind them; the reference document's
+    // curves come last, over everything, to be compared.
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    SeriesPainter series(painter, model, projection);
+    for (int slot = kSeriesSlots - 1; slot >= 0; --slot) {
+        series.draw(model.series[static_cast<std::size_t>(slot)], slot, false);
+    }
+    for (std::size_t i = 0; i < model.referenceSeries.size(); ++i) {
+        series.draw(model.referenceSeries[i], static_cast<double>(i), true);
+    }
+    painter.restore();
+}
+
+}  // namespace sonalyx::chart

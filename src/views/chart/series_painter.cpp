@@ -1,0 +1,185 @@
+#include "views/chart/series_painter.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <numeric>
+
+#include "views/chart/chart_projection.h"
+#include "views/chart/segment_clipper.h"
+
+namespace sonalyx::chart {
+
+namespace {
+
+// How far a bar reaches into its slot's depth, either side of the slot's centre.
+constexpr double kBarHalfDepth = 0.4;
+// A bar lying wholly below the axis still shows as a stub this high (part of the axis span).
+constexpr double kStubFraction = 0.03;
+constexpr int kReferenceAlpha = 150;
+
+double signedArea(const QPointF (&q)[4]) {
+    double a = 0;
+    for (int i = 0; i < 4; ++i) {
+        const QPointF& p = q[i];
+        const QPointF& n = q[(i + 1) % 4];
+        a += p.x() * n.y() - n.x() * p.y();
+    }
+    return a / 2;
+}
+
+}  // namespace
+
+SeriesPainter::SeriesPainter(QPainter& painter, const ChartModel& model,
+                             const ChartProjection& projection)
+    : painter_(painter), model_(model), projection_(projection) {
+    polyline_.reserve(64);
+}
+
+void SeriesPainter::draw(const Series& series, double slot, bool reference) {
+    if (!series.visible || series.points.empty()) {
+        return;
+    }
+    QColor colour = series.colour;
+    if (reference) {
+        colour.setAlpha(kReferenceAlpha);
+    }
+    if (series.kind == SeriesKind::Bar) {
+        drawBars(series, slot, colour);
+    } else {
+        drawLine(series, slot, colour, reference);
+    }
+}
+
+void SeriesPainter::flushPolyline() {
+    if (polyline_.size() >= 2) {
+        painter_.drawPolyline(polyline_.data(), static_cast<int>(polyline_.size()));
+    }
+    polyline_.clear();
+}
+
+void SeriesPainter::drawLine(const Series& series, double slot, const QColor& colour,
+                             bool reference) {
+    QPen pen(colour, std::max(1, model_.penWidth), reference ? Qt::DashLine : Qt::SolidLine);
+    pen.setCosmetic(true);
+    painter_.setPen(pen);
+    painter_.setBrush(Qt::NoBrush);
+    polyline_.clear();
+    const auto& points = series.points;
+    if (!model_.clipPoints) {
+        for (const Point& p : points) {
+            polyline_.push_back(projection_.map(p.x, p.y, slot));
+        }
+        flushPolyline();
+        return;
+    }
+    const ValueBox& box = projection_.valueBox();
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const ClippedSegment s = clipSegment(QPointF(points[i - 1].x, points[i - 1].y),
+                                             QPointF(points[i].x, points[i].y), box);
+        if (!s.visible) {
+            flushPolyline();
+            continue;
+        }
+        if (polyline_.empty() || s.fromClipped) {
+            flushPolyline();
+            polyline_.push_back(projection_.map(s.from.x(), s.from.y(), slot));
+        }
+        polyline_.push_back(projection_.map(s.to.x(), s.to.y(), slot));
+        if (s.toClipped) {
+            flushPolyline();
+        }
+    }
+    flushPolyline();
+}
+
+void SeriesPainter::drawBars(const Series& series, double slot, const QColor& colour) {
+    const ValueBox& box = projection_.valueBox();
+    const auto& points = series.points;
+    // In 3D the bars of a slot are drawn far to near, so nearer boxes cover the sides of others.
+    order_.resize(points.size());
+    std::iota(order_.begin(), order_.end(), 0);
+    if (projection_.is3D()) {
+        distance_.resize(points.size());
+        const double span = box.xMax > box.xMin ? box.xMax - box.xMin : 1;
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            distance_[i] = projection_.viewDistance((points[i].x - box.xMin) / span, 0.5, slot);
+        }
+        std::stable_sort(order_.begin(), order_.end(),
+                         [&](int a, int b) { return distance_[a] > distance_[b]; });
+    }
+    const double halfWidth = std::max(series.barWidth, 0.0) / 2;
+    for (const int i : order_) {
+        const Point& p = points[static_cast<std::size_t>(i)];
+        const double x0 = std::max(p.x - halfWidth, box.xMin);
+        const double x1 = std::min(p.x + halfWidth, box.xMax);
+        if (x1 <= x0) {
+            continue;
+        }
+        const bool below = p.y < box.yMin;
+        double y0 = std::clamp(std::min(series.origin, p.y), box.yMin, box.yMax);
+        double y1 = std::clamp(std::max(series.origin, p.y), box.yMin, box.yMax);
+        if (below && y1 <= y0) {
+            y1 = box.yMin + (box.yMax - box.yMin) * kStubFraction;  // still show it is there
+        }
+        if (y1 <= y0) {
+            continue;
+        }
+        if (projection_.is3D()) {
+            drawBar3D(x0, x1, y0, y1, slot, below, colour);
+        } else {
+            drawBar2D(x0, x1, y0, y1, below, colour);
+        }
+    }
+}
+
+void SeriesPainter::drawBar2D(double x0, double x1, double y0, double y1, bool below,
+                              const QColor& colour) {
+    const QPointF a = projection_.map(x0, y1, 0);
+    const QPointF b = projection_.map(x1, y0, 0);
+    if (below) {
+        painter_.setPen(QPen(colour, 0, Qt::DotLine));
+        painter_.setBrush(QBrush(colour, Qt::BDiagPattern));
+    } else {
+        painter_.setPen(QPen(colour.darker(160), 0));
+        painter_.setBrush(colour);
+    }
+    painter_.drawRect(QRectF(a, b).normalized());
+}
+
+void SeriesPainter::drawBar3D(double x0, double x1, double y0, double y1, double slot, bool below,
+                              const QColor& colour) {
+    const double z0 = slot - kBarHalfDepth;
+    const double z1 = slot + kBarHalfDepth;
+    const auto at = [&](double x, double y, double z) { return projection_.map(x, y, z); };
+    // Each face listed counter-clockwise as seen from outside, so its projected winding tells
+    // whether it faces the viewer; at most three do, and those never overlap.
+    struct Face {
+        QPointF corners[4];
+        int shade;  // 100 = the series colour, above = lighter, below = darker
+    };
+    const Face faces[6] = {
+        {{at(x0, y0, z0), at(x1, y0, z0), at(x1, y1, z0), at(x0, y1, z0)}, 100},  // front
+        {{at(x0, y1, z0), at(x1, y1, z0), at(x1, y1, z1), at(x0, y1, z1)}, 135},  // top
+        {{at(x1, y0, z0), at(x1, y0, z1), at(x1, y1, z1), at(x1, y1, z0)}, 70},   // right
+        {{at(x0, y0, z1), at(x0, y0, z0), at(x0, y1, z0), at(x0, y1, z1)}, 70},   // left
+        {{at(x1, y0, z0), at(x0, y0, z0), at(x0, y0, z1), at(x1, y0, z1)}, 60},   // bottom
+        {{at(x1, y0, z1), at(x0, y0, z1), at(x0, y1, z1), at(x1, y1, z1)}, 90},   // back
+    };
+    for (const Face& face : faces) {
+        if (signedArea(face.corners) >= 0) {
+            continue;
+        }
+        QColor c =
+            face.shade >= 100 ? colour.lighter(face.shade) : colour.darker(10000 / face.shade);
+        if (below) {
+            painter_.setPen(QPen(c, 0, Qt::DotLine));
+            painter_.setBrush(QBrush(c, Qt::BDiagPattern));
+        } else {
+            painter_.setPen(QPen(c.darker(130), 0));
+            painter_.setBrush(c);
+        }
+        painter_.drawPolygon(face.corners, 4);
+    }
+}
+
+}  // namespace sonalyx::chart

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QColor>
+#include <QPointF>
+#include <vector>
+
+#include "views/chart/chart_model.h"
+
+class QPainter;
+
+namespace sonalyx::chart {
+
+class ChartProjection;
+
+// Draws series through the chart's projection: lines cut at the axis box, bars as flat
+// rectangles (2D) or lit boxes one slot deep (3D). Keeps its point buffers between series so a
+// repaint of many charts allocates almost nothing.
+class SeriesPainter {
+  public:
+    SeriesPainter(QPainter& painter, const ChartModel& model, const ChartProjection& projection);
+
+    void draw(const Series& series, double slot, bool reference);
+
+  private:
+    void drawLine(const Series& series, double slot, const QColor& colour, bool reference);
+    void flushPolyline();
+    void drawBars(const Series& series, double slot, const QColor& colour);
+    void drawBar2D(double x0, double x1, double y0, double y1, bool below, const QColor& colour);
+    void drawBar3D(double x0, double x1, double y0, double y1, double slot, bool below,
+                   const QColor& colour);
+
+    QPainter& painter_;
+    const ChartModel& model_;
+    const ChartProjection& projection_;
+    std::vector<QPointF> polyline_;
+    std::vector<int> order_;
+    std::vector<double> distance_;
+};
+
+}  // namespace sonalyx::chart
