@@ -9,6 +9,11 @@ const char* cliUsage() {
            "  sonalyx-cli receive --port PORT [--data reverb,groupdelay,parameters]\n"
            "                      [--parameters-only] [--tick-ms N] [--raw] -o FILE\n"
            "  sonalyx-cli convert IN -o OUT\n"
+           "  sonalyx-cli render IN -o OUT.png|OUT.svg|OUT.pdf|OUT.json|OUT.txt\n"
+           "                     [--tab reverb|groupdelay|parameters] [--size WxH]\n"
+           "                     [--channel K] [--freq] [--pair] [--after] [--2d] [--bar]\n"
+           "                     [--slice P] [--zoom Z] [--move M] [--elevation E]\n"
+           "                     [--rotation R] [--memory 0..6] [--page P --pages N]\n"
            "exit status: 0 done, 1 failed with a message, 2 usage error\n";
 }
 
