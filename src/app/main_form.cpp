@@ -32,6 +32,7 @@
 #include "link/form_port.h"
 #include "link/port_list.h"
 #include "retrieval/date_stamp.h"
+#include "views/chart/chart_widget.h"
 #include "views/form_decay_times.h"
 #include "views/mdi_child.h"
 
@@ -405,6 +406,10 @@ TMDIChild* TMainForm::CreateDocumentWindow(const QString& caption) {
     mdiArea_->addSubWindow(child);
     connect(child, &TMDIChild::SavedAs, this, &TMainForm::AddToHistory);
     connect(child, &TMDIChild::ModifiedChanged, this, &TMainForm::UpdateStatus);
+    // What the cursor reads off a chart goes to the status bar; leaving the plot restores it.
+    for (auto* chart : child->findChildren<sonalyx::chart::ChartWidget*>()) {
+        connect(chart, &sonalyx::chart::ChartWidget::readoutChanged, this, &TMainForm::ShowReadout);
+    }
     connect(child, &QObject::destroyed, this, [this] {
         UpdateDocumentActions();
         UpdateStatus();
@@ -849,6 +854,14 @@ void TMainForm::UpdateStatus() {
     const TMDIChild* child = ActiveDocument();
     statusModified_->setText(child != nullptr && child->IsModified() ? tr("Modified") : QString());
     statusBar()->showMessage(child != nullptr ? child->FileName() : tr("Ready"));
+}
+
+void TMainForm::ShowReadout(const QString& text) {
+    if (text.isEmpty()) {
+        UpdateStatus();
+    } else {
+        statusBar()->showMessage(text);
+    }
 }
 
 void TMainForm::TrackEditTarget(QWidget* focused) {

@@ -131,6 +131,7 @@ class TMainForm : public QMainWindow {
     void UpdateDocumentActions();
     void UpdateWindowMenu();
     void UpdateStatus();
+    void ShowReadout(const QString& text);
     void TrackEditTarget(QWidget* focused);
     void UpdateEditActions();
     void RunOnEditTarget(const char* slot);

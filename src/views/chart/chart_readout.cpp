@@ -38,9 +38,13 @@ QString defaultReadoutText(const ChartModel& model, const Series& series, const 
     QString text = series.title.trimmed();
     if (!text.isEmpty())
         text += QStringLiteral(": ");
+    // A bar of a band is labelled with the band the title already names.
     const QString label = point.label.trimmed();
-    text += label.isEmpty() ? withUnit(point.x, unitOf(model.bottom)) : label;
-    return text + QStringLiteral(", ") + withUnit(point.y, unitOf(model.left));
+    if (label.isEmpty())
+        text += withUnit(point.x, unitOf(model.bottom)) + QStringLiteral(", ");
+    else if (label != series.title.trimmed())
+        text += label + QStringLiteral(", ");
+    return text + withUnit(point.y, unitOf(model.left));
 }
 
 Readout readoutAt(const ChartModel& model, const ChartProjection& projection, const QPointF& mouse,
