@@ -6,8 +6,8 @@
 #include "document/decay_estimate.h"
 #include "document/decay_table.h"
 #include "document/decay_table_csv.h"
+#include "document/document_loader.h"
 #include "support/golden.h"
-#include "test_documents.h"
 
 namespace sonalyx::test {
 namespace {
@@ -55,38 +55,6 @@ TEST(DecayEstimate, SlopeAndTimeOfKnownCurves) {
         EXPECT_NEAR(estimate->rate, row.rate, row.tolerance) << row.name;
         EXPECT_NEAR(estimate->rt60Ms, row.rt60, row.tolerance * 10) << row.name;
     }
-}
-
-TEST(DecayTable, ChannelsAndGroupsOfASmallDocument) {
-    MeasurementDocument doc;
-    ASSERT_TRUE(DocumentLoader::load(doc, smallDocumentLines(), "/tmp/doc.csv", nullptr));
-
-    // Left has both variants, Right only the first; the other channels have no data.
-    const DecayTable channels = buildDecayTable(doc, false);
-    EXPECT_EQ(channels.items, (std::vector<std::string>{"Left", "Right"}));
-    EXPECT_EQ(channels.bands, (std::vector<std::string>{"63", "125", "1k"}));
-    const DecayCell* left = channels.find("Left", "1k");
-    ASSERT_NE(left, nullptr);
-    ASSERT_TRUE(left->before && left->after);
-    EXPECT_EQ(left->before->rate, -50.0);
-    EXPECT_EQ(left->before->rt60Ms, 1200.0);
-    EXPECT_EQ(left->rt60Change(), 0.0);
-    const DecayCell* right = channels.find("Right", "63");
-    ASSERT_NE(right, nullptr);
-    EXPECT_EQ(right->before->rt60Ms, 600.0);
-    EXPECT_FALSE(right->after);
-    EXPECT_FALSE(right->rt60Change());
-    EXPECT_EQ(channels.find("Center", "63"), nullptr);
-    EXPECT_EQ(channels.find("Left", "16k"), nullptr);
-
-    // The front group is the energy mean of two parallel falls: the same slope.
-    const DecayTable groups = buildDecayTable(doc, true);
-    EXPECT_EQ(groups.items, (std::vector<std::string>{"Front"}));
-    const DecayCell* front = groups.find("Front", "125");
-    ASSERT_NE(front, nullptr);
-    ASSERT_TRUE(front->before && front->after);
-    EXPECT_NEAR(front->before->rate, -100.0, 0.05);
-    EXPECT_EQ(front->after->rt60Ms, 600.0);
 }
 
 TEST(DecayTable, ChangesAreTheDifferenceOfTheShownFigures) {

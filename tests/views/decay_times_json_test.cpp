@@ -29,7 +29,7 @@ QJsonValue figures(const std::optional<DecayEstimate>& estimate) {
 // The reverb tab's JSON carries the decay table of what it shows: channels or groups, one
 // entry per item and band in table order, null where a variant has no data.
 TEST_F(DecayTimesJsonTest, ReverbTabCarriesTheDecayTable) {
-    auto window = open(9, {"[DATA2A]"});
+    auto window = open(9);
     for (int pairMode : {0, 1}) {
         window->SetPairMode(pairMode);
         const DecayTable table = buildDecayTable(window->Document(), pairMode == 1);
