@@ -134,30 +134,33 @@ class RatioReporter : public benchmark::ConsoleReporter {
     void ReportRuns(const std::vector<Run>& runs) override {
         ConsoleReporter::ReportRuns(runs);
         for (const Run& run : runs) {
-            milliseconds_[run.benchmark_name()] =
-                run.GetAdjustedRealTime() * 1e3 / benchmark::GetTimeUnitMultiplier(run.time_unit);
+            const double toMs = 1e3 / benchmark::GetTimeUnitMultiplier(run.time_unit);
+            realMs_[run.benchmark_name()] = run.GetAdjustedRealTime() * toMs;
+            cpuMs_[run.benchmark_name()] = run.GetAdjustedCPUTime() * toMs;
         }
     }
+    // CPU time is the figure to judge by on a shared machine; wall time is shown beside it.
     void printRatios() const {
-        const auto ms = [&](const char* name) {
-            const auto it = milliseconds_.find(name);
-            return it == milliseconds_.end() ? 0.0 : it->second;
+        const auto ms = [](const std::map<std::string, double>& times, const char* name) {
+            const auto it = times.find(name);
+            return it == times.end() ? 0.0 : it->second;
         };
-        const double floor = ms("BM_Floor");
-        const double full = ms("BM_FullRedraw");
+        const double floor = ms(cpuMs_, "BM_Floor");
+        const double full = ms(cpuMs_, "BM_FullRedraw");
         if (floor <= 0 || full <= 0) {
             return;
         }
         std::printf("\n%d 3D charts of %d x %d, %d curves of %d points each\n", kCharts,
                     kWindowWidth / 3, kWindowHeight / 3, kBands, kTimePoints);
         std::printf(
-            "full redraw %.2f ms (target <= 15), %.2f x the floor's %.2f ms "
-            "(target <= 3)\n",
-            full, full / floor, floor);
+            "full redraw %.2f ms CPU (target <= 15), %.2f x the floor's %.2f ms "
+            "(target <= 3); wall clock %.2f ms against %.2f ms\n",
+            full, full / floor, floor, ms(realMs_, "BM_FullRedraw"), ms(realMs_, "BM_Floor"));
     }
 
   private:
-    std::map<std::string, double> milliseconds_;
+    std::map<std::string, double> realMs_;
+    std::map<std::string, double> cpuMs_;
 };
 
 }  // namespace

@@ -15,6 +15,7 @@ namespace sonalyx::chart {
 namespace {
 
 constexpr double kEdgeEpsilon = 1e-6;
+constexpr double kMinDepthGridSpacing = 8;  // pixels
 
 double unitOf(double value, double lo, double hi) {
     const double s = hi - lo;
@@ -27,8 +28,8 @@ bool onEdge(double unit) {
 
 void drawWalls(QPainter& painter, const ChartStyle& style, const ChartProjection& pr) {
     const ChartColours& c = style.colours();
-    painter.setPen(QPen(c.edges, 0));
     if (!pr.is3D()) {
+        painter.setPen(QPen(c.edges, 0));
         painter.setBrush(c.backWall);
         painter.drawRect(pr.plotRect());
         return;
@@ -41,12 +42,27 @@ void drawWalls(QPainter& painter, const ChartStyle& style, const ChartProjection
                              pr.mapUnit(0, 1, f)};
     const QPointF floor[4] = {pr.mapUnit(0, 0, f), pr.mapUnit(1, 0, f), pr.mapUnit(1, 0, b),
                               pr.mapUnit(0, 0, b)};
-    painter.setBrush(c.backWall);
-    painter.drawPolygon(back, 4);
-    painter.setBrush(c.leftWall);
-    painter.drawPolygon(left, 4);
-    painter.setBrush(c.bottomWall);
-    painter.drawPolygon(floor, 4);
+    const struct {
+        const QPointF* corners;
+        QColor colour;
+    } walls[] = {{back, c.backWall}, {left, c.leftWall}, {floor, c.bottomWall}};
+    // Filling is most of a chart's cost: a wall in the background's colour needs none, and the
+    // others are filled without antialiasing, their edges being drawn smooth over them.
+    const bool smooth = painter.testRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(Qt::NoPen);
+    for (const auto& wall : walls) {
+        if (wall.colour != c.background) {
+            painter.setBrush(wall.colour);
+            painter.drawPolygon(wall.corners, 4);
+        }
+    }
+    painter.setRenderHint(QPainter::Antialiasing, smooth);
+    painter.setPen(QPen(c.edges, 0));
+    painter.setBrush(Qt::NoBrush);
+    for (const auto& wall : walls) {
+        painter.drawPolygon(wall.corners, 4);
+    }
 }
 
 void drawGrid(QPainter& painter, const ChartModel& model, const ChartStyle& style,
@@ -74,13 +90,27 @@ void drawGrid(QPainter& painter, const ChartModel& model, const ChartStyle& styl
             lines.append(QLineF(pr.mapUnit(u, 0, f), pr.mapUnit(u, 0, b)));
         }
     }
-    for (const Tick& t : ticks.depth) {
-        lines.append(QLineF(pr.mapUnit(0, 0, t.value), pr.mapUnit(1, 0, t.value)));
-        lines.append(QLineF(pr.mapUnit(0, 0, t.value), pr.mapUnit(0, 1, t.value)));
+    // Depth lines only where the slots stand far enough apart to tell them; closer, they would
+    // turn the floor into a grey smudge.
+    if (ticks.depth.size() >= 2) {
+        const double a = ticks.depth[0].value;
+        const double b = ticks.depth[1].value;
+        const QLineF near(pr.mapUnit(0, 0, a), pr.mapUnit(0, 0, b));
+        const QLineF far(pr.mapUnit(1, 0, a), pr.mapUnit(1, 0, b));
+        if (std::min(near.length(), far.length()) >= kMinDepthGridSpacing) {
+            for (const Tick& t : ticks.depth) {
+                lines.append(QLineF(pr.mapUnit(0, 0, t.value), pr.mapUnit(1, 0, t.value)));
+                lines.append(QLineF(pr.mapUnit(0, 0, t.value), pr.mapUnit(0, 1, t.value)));
+            }
+        }
     }
     QPen pen(style.colours().grid, 0, model.walls.dottedGrid ? Qt::DotLine : Qt::SolidLine);
     painter.setPen(pen);
+    // A dotted hairline gains nothing from antialiasing and costs several times as much.
+    const bool smooth = painter.testRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::Antialiasing, false);
     painter.drawLines(lines.constData(), static_cast<int>(lines.size()));
+    painter.setRenderHint(QPainter::Antialiasing, smooth);
 }
 
 // Where each label's text goes, given the anchor on its axis line.
@@ -97,13 +127,17 @@ QRectF labelRect(const QPointF& anchor, double width, Side side, const ChartStyl
         case Side::Right:
             break;
     }
-    return QRectF(anchor.x() + g, anchor.y() - h / 2, width, h);
+    // Depth labels sit just above their slot's line, clear of the bottom axis's last label
+    // that hangs below the same corner.
+    return QRectF(anchor.x() + g, anchor.y() - h, width, h);
 }
 
 // Draws every k-th label with the smallest k that keeps neighbours apart, so a squeezed axis
 // (a small chart, or an axis seen end-on) thins its labels evenly instead of smudging them.
+// A label that would touch one of another axis (taken) is left out; those drawn join taken.
 void drawLabels(QPainter& painter, const std::vector<Tick>& ticks,
-                const std::vector<QPointF>& anchors, Side side, const ChartStyle& style) {
+                const std::vector<QPointF>& anchors, Side side, const ChartStyle& style,
+                QVarLengthArray<QRectF, 64>& taken) {
     QVarLengthArray<int, 64> labelled;
     QVarLengthArray<QRectF, 64> rects;
     for (std::size_t i = 0; i < ticks.size(); ++i) {
@@ -114,19 +148,31 @@ void drawLabels(QPainter& painter, const std::vector<Tick>& ticks,
     }
     const qsizetype n = rects.size();
     const double pad = style.gap() / 2;
+    const auto apart = [pad](const QRectF& a, const QRectF& b) {
+        return !a.adjusted(-pad, -pad / 2, pad, pad / 2).intersects(b);
+    };
     qsizetype step = 1;
     for (; step < n; ++step) {
         bool clear = true;
         for (qsizetype i = 0; i + step < n && clear; i += step) {
-            clear = !rects[i].adjusted(-pad, -pad / 2, pad, pad / 2).intersects(rects[i + step]);
+            clear = apart(rects[i], rects[i + step]);
         }
         if (clear) {
             break;
         }
     }
+    const qsizetype before = taken.size();
     for (qsizetype i = 0; i < n; i += step) {
+        bool free = true;
+        for (qsizetype t = 0; t < before && free; ++t) {
+            free = !rects[i].intersects(taken[t]);  // corners may come close, not overlap
+        }
+        if (!free) {
+            continue;
+        }
         painter.drawText(QPointF(rects[i].left(), rects[i].top() + style.ascent()),
                          ticks[static_cast<std::size_t>(labelled[i])].text);
+        taken.append(rects[i]);
     }
 }
 
@@ -137,36 +183,42 @@ void drawAxisLabels(QPainter& painter, const ChartModel& model, const ChartStyle
     std::vector<QPointF> anchors;
     anchors.reserve(std::max({ticks.left.size(), ticks.bottom.size(), ticks.depth.size()}));
     const double f = pr.frontDepth();
-    for (const Tick& t : ticks.left) {
-        anchors.push_back(
-            pr.mapUnit(0, unitOf(t.value, model.left.minimum, model.left.maximum), f));
-    }
-    drawLabels(painter, ticks.left, anchors, Side::Left, style);
-    anchors.clear();
+    // The bottom axis first: where axes meet (a box seen from above) its labels matter most.
+    QVarLengthArray<QRectF, 64> taken;
     for (const Tick& t : ticks.bottom) {
         anchors.push_back(
             pr.mapUnit(unitOf(t.value, model.bottom.minimum, model.bottom.maximum), 0, f));
     }
-    drawLabels(painter, ticks.bottom, anchors, Side::Below, style);
+    drawLabels(painter, ticks.bottom, anchors, Side::Below, style, taken);
+    anchors.clear();
+    for (const Tick& t : ticks.left) {
+        anchors.push_back(
+            pr.mapUnit(0, unitOf(t.value, model.left.minimum, model.left.maximum), f));
+    }
+    drawLabels(painter, ticks.left, anchors, Side::Left, style, taken);
     anchors.clear();
     for (const Tick& t : ticks.depth) {
         anchors.push_back(pr.mapUnit(1, 0, t.value));
     }
-    drawLabels(painter, ticks.depth, anchors, Side::Right, style);
+    drawLabels(painter, ticks.depth, anchors, Side::Right, style, taken);
 }
 
+// Titles stand beside the labels of the fitted plot, not at the chart's edges, so a 3D box
+// narrower than its chart keeps its titles close.
 void drawTitles(QPainter& painter, const ChartModel& model, const ChartStyle& style,
-                const QRectF& rect, const ChartProjection& pr) {
+                const QRectF& rect, const ChartTicks& ticks, const ChartProjection& pr) {
     const Margins& m = model.margins;
     const QRectF bounds = rect.adjusted(m.left, m.top, -m.right, -m.bottom);
     const QRectF& plot = pr.plotRect();
     const ChartColours& c = style.colours();
-    const double baseline = bounds.bottom() - (style.lineHeight() - style.ascent());
+    const double descent = style.lineHeight() - style.ascent();
+    const double baseline = std::min(bounds.bottom(), plot.bottom() + ticks.room.bottom) - descent;
 
     const QString left = model.left.visible ? model.left.title.trimmed() : QString();
     if (!left.isEmpty()) {
         painter.save();
-        painter.translate(bounds.left() + style.ascent(), plot.center().y());
+        painter.translate(std::max(bounds.left(), plot.left() - ticks.room.left) + style.ascent(),
+                          plot.center().y());
         painter.rotate(-90);
         painter.setPen(c.leftTitle);
         painter.drawText(QPointF(-style.textWidth(left) / 2, 0), left);
@@ -176,8 +228,8 @@ void drawTitles(QPainter& painter, const ChartModel& model, const ChartStyle& st
     const QString depth =
         pr.is3D() && model.depth.visible ? model.depth.title.trimmed() : QString();
     const double depthWidth = depth.isEmpty() ? 0 : style.textWidth(depth);
-    const double depthLeft = bounds.right() - depthWidth;
-    double bottomRight = depthLeft;  // where the bottom title must end to leave the depth title
+    const double depthLeft = std::min(bounds.right(), plot.right() + ticks.room.right) - depthWidth;
+    double bottomRight = depthLeft;  // where the bottom title ends
     const QString bottom = model.bottom.visible ? model.bottom.title.trimmed() : QString();
     if (!bottom.isEmpty()) {
         const double w = style.textWidth(bottom);
@@ -198,15 +250,19 @@ void drawTitles(QPainter& painter, const ChartModel& model, const ChartStyle& st
 
 }  // namespace
 
-void drawChartFrame(QPainter& painter, const QRectF& rect, const ChartModel& model,
-                    const ChartStyle& style, const ChartTicks& ticks,
-                    const ChartProjection& projection) {
+void drawChartBackdrop(QPainter& painter, const ChartModel& model, const ChartStyle& style,
+                       const ChartTicks& ticks, const ChartProjection& projection) {
     if (model.walls.visible) {
         drawWalls(painter, style, projection);
     }
     drawGrid(painter, model, style, ticks, projection);
+}
+
+void drawChartLabels(QPainter& painter, const QRectF& rect, const ChartModel& model,
+                     const ChartStyle& style, const ChartTicks& ticks,
+                     const ChartProjection& projection) {
     drawAxisLabels(painter, model, style, ticks, projection);
-    drawTitles(painter, model, style, rect, projection);
+    drawTitles(painter, model, style, rect, ticks, projection);
 }
 
 }  // namespace sonalyx::chart

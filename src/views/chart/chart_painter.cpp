@@ -25,7 +25,7 @@ void paintChart(QPainter& painter, const QRectF& rect, const ChartModel& model,
     const ChartProjection projection(model, rect, ticks.room);
 
     painter.setRenderHint(QPainter::Antialiasing, view3d);
-    drawChartFrame(painter, rect, model, style, ticks, projection);
+    drawChartBackdrop(painter, model, style, ticks, projection);
 
     // Far slots first, so nearer curves cover the ones behind them; the reference document's
     // curves come last, over everything, to be compared.
@@ -37,6 +37,7 @@ void paintChart(QPainter& painter, const QRectF& rect, const ChartModel& model,
     for (std::size_t i = 0; i < model.referenceSeries.size(); ++i) {
         series.draw(model.referenceSeries[i], static_cast<double>(i), true);
     }
+    drawChartLabels(painter, rect, model, style, ticks, projection);
     painter.restore();
 }
 

@@ -11,6 +11,8 @@ namespace sonalyx::chart {
 
 namespace {
 
+constexpr double kMaxStretch = 1.5;
+
 // The controls give angles as 360 - trackbar; the view turns 0..90 degrees away from the front.
 double turnRadians(int controlDegrees) {
     double turn = 360.0 - std::fmod(static_cast<double>(controlDegrees), 360.0);
@@ -63,14 +65,19 @@ ChartProjection ChartProjection::forChart(const ChartModel& model, const QRectF&
 }
 
 int ChartProjection::slotsInUse(const ChartModel& model) {
+    // A slot counts when it draws something: a line needs two points, a bar one. The fillers
+    // park unused slots on a single (0, 0) point, which must not stretch the depth.
+    const auto draws = [](const Series& s) {
+        return s.points.size() >= (s.kind == SeriesKind::Bar ? 1u : 2u);
+    };
     int depthSlots = 1;
     for (int i = 0; i < kSeriesSlots; ++i) {
-        if (!model.series[static_cast<std::size_t>(i)].points.empty()) {
+        if (draws(model.series[static_cast<std::size_t>(i)])) {
             depthSlots = i + 1;
         }
     }
     for (std::size_t i = 0; i < model.referenceSeries.size(); ++i) {
-        if (!model.referenceSeries[i].points.empty()) {
+        if (draws(model.referenceSeries[i])) {
             depthSlots = std::max(depthSlots, std::min(static_cast<int>(i) + 1, kSeriesSlots));
         }
     }
@@ -106,11 +113,17 @@ void ChartProjection::fitBox(const QRectF& area) {
     }
     const double w = std::max(right - left, 1e-9);
     const double h = std::max(top - bottom, 1e-9);
-    scale_ = std::min(area.width() / w, area.height() / h);
+    // Scale to fit, then let the roomier direction stretch a little further, so a turned box
+    // still fills a wide chart; the cap keeps angles believable.
+    const double fitX = area.width() / w;
+    const double fitY = area.height() / h;
+    const double uniform = std::min(fitX, fitY);
+    scaleX_ = std::min(fitX, uniform * kMaxStretch);
+    scaleY_ = std::min(fitY, uniform * kMaxStretch);
     centre_ = QPointF((left + right) / 2, (top + bottom) / 2);
     target_ = area.center();
-    plotRect_ =
-        QRectF(target_.x() - w * scale_ / 2, target_.y() - h * scale_ / 2, w * scale_, h * scale_);
+    plotRect_ = QRectF(target_.x() - w * scaleX_ / 2, target_.y() - h * scaleY_ / 2, w * scaleX_,
+                       h * scaleY_);
 }
 
 QPointF ChartProjection::mapUnit(double ux, double uy, double slot) const {
@@ -119,8 +132,8 @@ QPointF ChartProjection::mapUnit(double ux, double uy, double slot) const {
                        plotRect_.bottom() - uy * plotRect_.height());
     }
     const Eye p = look(ux, uy, slot);
-    return QPointF(target_.x() + (p.x - centre_.x()) * scale_,
-                   target_.y() - (p.y - centre_.y()) * scale_);
+    return QPointF(target_.x() + (p.x - centre_.x()) * scaleX_,
+                   target_.y() - (p.y - centre_.y()) * scaleY_);
 }
 
 QPointF ChartProjection::map(double x, double y, double slot) const {

@@ -39,7 +39,7 @@ class ChartProjection {
     // The projection paintChart uses for this model in this rect (labels measured in its fonts).
     static ChartProjection forChart(const ChartModel& model, const QRectF& rect);
 
-    // The last slot with points, plus one (at least 1): the depth steps of the box.
+    // The last slot that draws something, plus one (at least 1): the depth steps of the box.
     static int slotsInUse(const ChartModel& model);
 
     bool is3D() const { return view3d_; }
@@ -82,7 +82,8 @@ class ChartProjection {
     double cosElevation_ = 1;
     double sinElevation_ = 0;
     double perspective_ = 0;  // 1 / eye distance, in 1 / pixels
-    double scale_ = 1;
+    double scaleX_ = 1;
+    double scaleY_ = 1;
     QPointF centre_;  // of the projected box before fitting
     QPointF target_;  // where that centre lands
 };

@@ -129,7 +129,7 @@ ChartTicks::ChartTicks(const ChartModel& model, const ChartStyle& style, bool vi
     const bool bottomTitle = model.bottom.visible && !model.bottom.title.trimmed().isEmpty();
     const bool depthTitle = view3d && model.depth.visible && !model.depth.title.trimmed().isEmpty();
     const double leftLabels = widest(left);
-    room.left = (leftLabels > 0 ? leftLabels + gap : 0) + (leftTitle ? line + gap : 0);
+    room.left = (leftLabels > 0 ? leftLabels + gap : 0) + (leftTitle ? line + 2 * gap : 0);
     room.top = line / 2;
     room.bottom = (widest(bottom) > 0 ? line + gap : 0) + (bottomTitle || depthTitle ? line : 0);
     const double lastBottom = bottom.empty() ? 0 : bottom.back().width / 2;

@@ -145,9 +145,9 @@ JsonWriter& JsonWriter::value(double number) {
     return *this;
 }
 
-JsonWriter& JsonWriter::value(int number) {
+JsonWriter& JsonWriter::integer(long long number) {
     beforeValue();
-    char buffer[16];
+    char buffer[24];
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, number);
     out_.append(buffer, result.ptr);
     return *this;

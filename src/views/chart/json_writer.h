@@ -4,6 +4,7 @@
 #include <QString>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace sonalyx::chart {
@@ -22,7 +23,12 @@ class JsonWriter {
     JsonWriter& key(std::string_view name);
 
     JsonWriter& value(double number);
-    JsonWriter& value(int number);
+    // Any integer type (int, qsizetype, std::size_t...) without ambiguity.
+    template <typename Integer>
+    requires(std::is_integral_v<Integer> &&
+             !std::is_same_v<Integer, bool>) JsonWriter& value(Integer number) {
+        return integer(static_cast<long long>(number));
+    }
     JsonWriter& value(bool flag);
     JsonWriter& value(const char* text) { return value(std::string_view(text)); }
     JsonWriter& value(std::string_view text);
@@ -37,6 +43,8 @@ class JsonWriter {
     static std::string number(double value);
 
   private:
+    JsonWriter& integer(long long number);
+
     struct Level {
         Layout layout;
         bool empty = true;

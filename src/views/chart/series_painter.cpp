@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 #include "views/chart/chart_projection.h"
@@ -16,6 +17,9 @@ constexpr double kBarHalfDepth = 0.4;
 // A bar lying wholly below the axis still shows as a stub this high (part of the axis span).
 constexpr double kStubFraction = 0.03;
 constexpr int kReferenceAlpha = 150;
+// In 3D a curve is a ribbon this deep either side of its slot, filled in a darker shade.
+constexpr double kRibbonHalfDepth = 0.5;
+constexpr int kRibbonShade = 170;
 
 double signedArea(const QPointF (&q)[4]) {
     double a = 0;
@@ -32,7 +36,8 @@ double signedArea(const QPointF (&q)[4]) {
 SeriesPainter::SeriesPainter(QPainter& painter, const ChartModel& model,
                              const ChartProjection& projection)
     : painter_(painter), model_(model), projection_(projection) {
-    polyline_.reserve(64);
+    polyline_.reserve(128);
+    piece_.reserve(64);
 }
 
 void SeriesPainter::draw(const Series& series, double slot, bool reference) {
@@ -50,26 +55,59 @@ void SeriesPainter::draw(const Series& series, double slot, bool reference) {
     }
 }
 
-void SeriesPainter::flushPolyline() {
-    if (polyline_.size() >= 2) {
-        painter_.drawPolyline(polyline_.data(), static_cast<int>(polyline_.size()));
+void SeriesPainter::flushPiece(double slot) {
+    const auto n = piece_.size();
+    if (n < 2) {
+        piece_.clear();
+        return;
     }
     polyline_.clear();
+    if (ribbon_) {
+        // The strip between the curve's front and back edges, then the front edge in the
+        // series colour: one polygon, so a ribbon costs one fill however long it is.
+        for (const QPointF& v : piece_) {
+            polyline_.push_back(projection_.map(v.x(), v.y(), slot + kRibbonHalfDepth));
+        }
+        for (auto i = n; i-- > 0;) {
+            polyline_.push_back(
+                projection_.map(piece_[i].x(), piece_[i].y(), slot - kRibbonHalfDepth));
+        }
+        // The fill's edge is covered by the lines, so it needs no antialiasing (the costly part).
+        painter_.setRenderHint(QPainter::Antialiasing, false);
+        painter_.setPen(Qt::NoPen);
+        painter_.setBrush(ribbonColour_);
+        painter_.drawPolygon(polyline_.data(), static_cast<int>(polyline_.size()), Qt::WindingFill);
+        painter_.setRenderHint(QPainter::Antialiasing, true);
+        painter_.setPen(linePen_);
+        painter_.drawPolyline(polyline_.data() + n, static_cast<int>(n));
+    } else {
+        for (const QPointF& v : piece_) {
+            polyline_.push_back(projection_.map(v.x(), v.y(), slot));
+        }
+        painter_.drawPolyline(polyline_.data(), static_cast<int>(n));
+    }
+    piece_.clear();
 }
 
 void SeriesPainter::drawLine(const Series& series, double slot, const QColor& colour,
                              bool reference) {
-    QPen pen(colour, std::max(1, model_.penWidth), reference ? Qt::DashLine : Qt::SolidLine);
-    pen.setCosmetic(true);
-    painter_.setPen(pen);
+    linePen_ = QPen(colour, std::max(1, model_.penWidth), reference ? Qt::DashLine : Qt::SolidLine);
+    linePen_.setCosmetic(true);
+    ribbon_ = projection_.is3D() && !reference;
+    ribbonColour_ = colour.darker(kRibbonShade);
+    painter_.setPen(linePen_);
     painter_.setBrush(Qt::NoBrush);
-    polyline_.clear();
+    piece_.clear();
     const auto& points = series.points;
     if (!model_.clipPoints) {
         for (const Point& p : points) {
-            polyline_.push_back(projection_.map(p.x, p.y, slot));
+            if (std::isfinite(p.x) && std::isfinite(p.y)) {
+                piece_.emplace_back(p.x, p.y);
+            } else {
+                flushPiece(slot);
+            }
         }
-        flushPolyline();
+        flushPiece(slot);
         return;
     }
     const ValueBox& box = projection_.valueBox();
@@ -77,19 +115,19 @@ void SeriesPainter::drawLine(const Series& series, double slot, const QColor& co
         const ClippedSegment s = clipSegment(QPointF(points[i - 1].x, points[i - 1].y),
                                              QPointF(points[i].x, points[i].y), box);
         if (!s.visible) {
-            flushPolyline();
+            flushPiece(slot);
             continue;
         }
-        if (polyline_.empty() || s.fromClipped) {
-            flushPolyline();
-            polyline_.push_back(projection_.map(s.from.x(), s.from.y(), slot));
+        if (piece_.empty() || s.fromClipped) {
+            flushPiece(slot);
+            piece_.push_back(s.from);
         }
-        polyline_.push_back(projection_.map(s.to.x(), s.to.y(), slot));
+        piece_.push_back(s.to);
         if (s.toClipped) {
-            flushPolyline();
+            flushPiece(slot);
         }
     }
-    flushPolyline();
+    flushPiece(slot);
 }
 
 void SeriesPainter::drawBars(const Series& series, double slot, const QColor& colour) {
@@ -110,6 +148,9 @@ void SeriesPainter::drawBars(const Series& series, double slot, const QColor& co
     const double halfWidth = std::max(series.barWidth, 0.0) / 2;
     for (const int i : order_) {
         const Point& p = points[static_cast<std::size_t>(i)];
+        if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
+            continue;
+        }
         const double x0 = std::max(p.x - halfWidth, box.xMin);
         const double x1 = std::min(p.x + halfWidth, box.xMax);
         if (x1 <= x0) {

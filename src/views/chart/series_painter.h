@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPen>
 #include <QPointF>
 #include <vector>
 
@@ -23,7 +24,7 @@ class SeriesPainter {
 
   private:
     void drawLine(const Series& series, double slot, const QColor& colour, bool reference);
-    void flushPolyline();
+    void flushPiece(double slot);
     void drawBars(const Series& series, double slot, const QColor& colour);
     void drawBar2D(double x0, double x1, double y0, double y1, bool below, const QColor& colour);
     void drawBar3D(double x0, double x1, double y0, double y1, double slot, bool below,
@@ -32,7 +33,11 @@ class SeriesPainter {
     QPainter& painter_;
     const ChartModel& model_;
     const ChartProjection& projection_;
+    std::vector<QPointF> piece_;  // values of the visible run of a curve
     std::vector<QPointF> polyline_;
+    QPen linePen_;
+    QColor ribbonColour_;
+    bool ribbon_ = false;
     std::vector<int> order_;
     std::vector<double> distance_;
 };

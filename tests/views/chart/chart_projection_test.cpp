@@ -189,14 +189,18 @@ TEST(ChartProjection, NearestPointFindsTheCurveUnderTheCursor) {
     EXPECT_FALSE(empty.nearestPoint(ChartModel{}, QPointF(10, 10)).found());
 }
 
-TEST(ChartProjection, DepthStepsFollowTheLastSlotWithPoints) {
+TEST(ChartProjection, DepthStepsFollowTheLastSlotThatDraws) {
     ChartModel m;
     EXPECT_EQ(ChartProjection::slotsInUse(m), 1);
-    m.series[3].points.push_back({});
+    m.series[3].points = {{0, 0, {}}, {1, 1, {}}};
     EXPECT_EQ(ChartProjection::slotsInUse(m), 4);
-    m.referenceSeries.resize(6);
-    m.referenceSeries[5].points.push_back({});
-    EXPECT_EQ(ChartProjection::slotsInUse(m), 6);
+    m.series[9].points = {{0, 0, {}}};  // a parked slot: one point draws no line
+    EXPECT_EQ(ChartProjection::slotsInUse(m), 4);
+    m.series[9].kind = SeriesKind::Bar;  // but one bar
+    EXPECT_EQ(ChartProjection::slotsInUse(m), 10);
+    m.referenceSeries.resize(12);
+    m.referenceSeries[11].points = {{0, 0, {}}, {1, 1, {}}};
+    EXPECT_EQ(ChartProjection::slotsInUse(m), 12);
 }
 
 }  // namespace

@@ -59,6 +59,13 @@ TEST(ChartScreenshots, DrawEachViewWithCurvesInsideThePlot) {
         {"3d-waterfall", {533, 333}, [](ChartModel&) {}},
         {"3d-waterfall-large", {1600, 1000}, [](ChartModel&) {}},
         {"3d-waterfall-small", {250, 160}, [](ChartModel&) {}},
+        {"3d-default-axis",
+         {533, 333},
+         [](ChartModel& m) {
+             m.left.minimum = 53;
+             m.left.maximum = 63;
+             m.left.increment = 1;
+         }},
         {"2d", {533, 333}, [](ChartModel& m) { m.view.enabled = false; }},
         {"2d-small", {250, 160}, [](ChartModel& m) { m.view.enabled = false; }},
         {"elevation-270", {533, 333}, [](ChartModel& m) { m.view.elevation = 270; }},
@@ -110,6 +117,88 @@ TEST(ChartScreenshots, BarsBelowTheAxisAreHatched) {
         image.save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-bars-%1.png")
                        .arg(view3d ? "3d" : "2d"));
         EXPECT_EQ(countColour(image, Qt::magenta, QRect(QPoint(0, 0), size)), 0);
+        if (view3d) {
+            continue;
+        }
+        // Inside a bar's outline: solid red for a bar in range, red hatching on black for the
+        // last one, whose value lies below the axis.
+        const ChartProjection p = ChartProjection::forChart(model, QRectF(QPoint(0, 0), size));
+        const auto inner = [&](const Point& bar, double top) {
+            return QRectF(p.map(bar.x - 0.25, top, 0), p.map(bar.x + 0.25, model.left.minimum, 0))
+                .toAlignedRect()
+                .adjusted(2, 2, -2, -2);
+        };
+        const Point& inRange = model.series[0].points.front();
+        const QRect solid = inner(inRange, inRange.y);
+        EXPECT_EQ(countRed(image, solid), solid.width() * solid.height());
+        const QRect hatched = inner(model.series[0].points.back(), model.left.minimum + 0.9);
+        ASSERT_FALSE(hatched.isEmpty());
+        const int red = countRed(image, hatched);
+        EXPECT_GT(red, 0);
+        EXPECT_LT(red, hatched.width() * hatched.height() * 3 / 4);
+    }
+}
+
+TEST(ChartScreenshots, GroupDelayPointLabelsMarkTheFrequencyScale) {
+    for (const bool view3d : {false, true}) {
+        ChartModel model = sampleGroupDelayChart();
+        model.view.enabled = view3d;
+        const QSize size(1000, 600);
+        const QImage image = render(model, size, false);
+        image.save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-groupdelay-%1.png")
+                       .arg(view3d ? "3d" : "2d"));
+        EXPECT_EQ(countColour(image, Qt::magenta, QRect(QPoint(0, 0), size)), 0);
+    }
+}
+
+TEST(ChartScreenshots, OddModelsAndRectsPaintOnlyTheirRect) {
+    const struct {
+        const char* what;
+        QRectF rect;
+        std::function<void(ChartModel&)> setUp;
+    } rows[] = {
+        {"tiny rect", {10, 10, 30, 20}, [](ChartModel&) {}},
+        {"empty rect", {10, 10, 0, 0}, [](ChartModel&) {}},
+        {"flat left axis",
+         {10, 10, 300, 200},
+         [](ChartModel& m) { m.left.maximum = m.left.minimum; }},
+        {"reversed bottom axis",
+         {10, 10, 300, 200},
+         [](ChartModel& m) { std::swap(m.bottom.minimum, m.bottom.maximum); }},
+        {"infinite axis", {10, 10, 300, 200}, [](ChartModel& m) { m.left.maximum = INFINITY; }},
+        {"huge increment count",
+         {10, 10, 300, 200},
+         [](ChartModel& m) { m.left.increment = 1e-9; }},
+        {"no series", {10, 10, 300, 200}, [](ChartModel& m) { m.series = {}; }},
+        {"depth 0, top view",
+         {10, 10, 300, 200},
+         [](ChartModel& m) {
+             m.view.depthPercent = 0;
+             m.view.elevation = 270;
+         }},
+        {"no clipping",
+         {10, 10, 300, 200},
+         [](ChartModel& m) {
+             m.clipPoints = false;
+             m.left = {60, 62, 1, {}};
+         }},
+    };
+    for (const auto& row : rows) {
+        for (const bool view3d : {false, true}) {
+            ChartModel model = sampleDecayChart();
+            model.view.enabled = view3d;
+            row.setUp(model);
+            QImage image(340, 240, QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::magenta);
+            QPainter painter(&image);
+            paintChart(painter, row.rect, model, {});
+            painter.end();
+            const QRect inside = row.rect.toAlignedRect();
+            const QRect all = image.rect();
+            EXPECT_EQ(countColour(image, Qt::magenta, all),
+                      all.width() * all.height() - inside.width() * inside.height())
+                << row.what << (view3d ? " 3D" : " 2D");
+        }
     }
 }
 

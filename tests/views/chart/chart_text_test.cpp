@@ -82,6 +82,7 @@ TEST(ChartText, SegmentsAreCutWhereTheyCrossTheAxisBox) {
         {{-2, 9}, {2, 13}, false, {}, {}, false, false, "misses the corner"},
         {{0, -5}, {0, 5}, true, {0, 0}, {0, 5}, true, false, "along the edge"},
         {{3, 3}, {3, 3}, true, {3, 3}, {3, 3}, false, false, "a point"},
+        {{3, NAN}, {4, 4}, false, {}, {}, false, false, "a missing value"},
     };
     for (const auto& row : rows) {
         const ClippedSegment s = clipSegment(row.from, row.to, box);
@@ -132,6 +133,38 @@ TEST(ChartText, JsonStringsAreEscapedAndStayUtf8) {
     for (const auto& row : rows) {
         EXPECT_EQ(JsonWriter::quoted(row.in), row.out) << row.in;
     }
+}
+
+TEST(ChartText, JsonContainersNestAsBlocksOrOnOneLine) {
+    using Layout = JsonWriter::Layout;
+    const std::vector<std::string> items = {"ALL", "L"};
+    JsonWriter json;
+    json.beginObject();
+    json.key("tab").value("reverb");
+    json.key("window").beginArray(Layout::Inline).value(1024).value(std::size_t{768}).endArray();
+    json.key("noData").value(false);
+    json.key("legend").beginArray();
+    json.beginObject(Layout::Inline).key("caption").value("16k");
+    json.key("colour").colour(QColor(248, 0, 0)).endObject();
+    json.endArray();
+    json.key("items").beginArray(Layout::Inline);
+    for (const std::string& item : items) {
+        json.value(item);
+    }
+    json.endArray();
+    json.key("empty").beginArray().endArray();
+    json.endObject();
+    EXPECT_EQ(json.text(),
+              "{\n"
+              "  \"tab\": \"reverb\",\n"
+              "  \"window\": [1024, 768],\n"
+              "  \"noData\": false,\n"
+              "  \"legend\": [\n"
+              "    {\"caption\": \"16k\", \"colour\": \"#f80000\"}\n"
+              "  ],\n"
+              "  \"items\": [\"ALL\", \"L\"],\n"
+              "  \"empty\": []\n"
+              "}\n");
 }
 
 TEST(ChartText, ChartJsonMatchesTheGoldenFile) {
