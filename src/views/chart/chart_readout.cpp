@@ -52,6 +52,7 @@ Readout readoutAt(const ChartModel& model, const ChartProjection& projection, co
     Readout readout;
     readout.mouse = mouse;
     readout.plot = projection.plotRect();
+    readout.spanPlot = !projection.is3D();
     if (!model.visible || !readout.plot.contains(mouse))
         return readout;
     readout.point = projection.nearestPoint(model, mouse);
@@ -75,8 +76,11 @@ void paintReadout(QPainter& painter, const Readout& readout) {
     painter.setClipRect(readout.plot);
     painter.setPen(QPen(QColor(255, 255, 255, 150), 1, Qt::DashLine));
     const QPointF m = readout.mouse;
-    painter.drawLine(QPointF(readout.plot.left(), m.y()), QPointF(readout.plot.right(), m.y()));
-    painter.drawLine(QPointF(m.x(), readout.plot.top()), QPointF(m.x(), readout.plot.bottom()));
+    constexpr double kArm = 10;
+    const QRectF cross =
+        readout.spanPlot ? readout.plot : QRectF(m.x() - kArm, m.y() - kArm, 2 * kArm, 2 * kArm);
+    painter.drawLine(QPointF(cross.left(), m.y()), QPointF(cross.right(), m.y()));
+    painter.drawLine(QPointF(m.x(), cross.top()), QPointF(m.x(), cross.bottom()));
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setPen(QPen(QColor(255, 255, 255), 2));
     painter.setBrush(Qt::NoBrush);

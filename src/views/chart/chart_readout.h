@@ -20,7 +20,10 @@ struct Readout {
     NearestPoint point;  // the series slot and point index
     QPointF pointPixel;  // where that point is drawn
     QRectF plot;         // the crosshair's extent
-    QString text;        // "63: 45 ms, 61.25 dB"
+    // In 3D the axes do not run along the screen, so lines across the plot would mislead:
+    // the cursor gets a small cross instead.
+    bool spanPlot = true;
+    QString text;  // "63: 45 ms, 61.25 dB"
 };
 
 // Turns a chart's point into readout text. The default reads the units from the axis titles

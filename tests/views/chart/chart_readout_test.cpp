@@ -72,6 +72,10 @@ TEST_F(ChartReadoutTest, ReadsTheNearestPointIn2DAnd3D) {
         ASSERT_FALSE(texts.isEmpty());
         EXPECT_EQ(texts.last().at(0).toString(), r.text);
     }
+    // The last row, in 3D, for a person to look at.
+    QDir().mkpath(QStringLiteral(SONALYX_BINARY_DIR "/screenshots"));
+    EXPECT_TRUE(widget_.grab().save(
+        QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-readout-3d.png")));
 }
 
 TEST_F(ChartReadoutTest, NothingOutsideThePlotAndNoRedrawWhileHovering) {
