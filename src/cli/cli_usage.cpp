@@ -7,7 +7,8 @@ namespace sonalyx {
 const char* cliUsage() {
     return "usage:\n"
            "  sonalyx-cli receive --port PORT [--data reverb,groupdelay,parameters]\n"
-           "                      [--parameters-only] [--tick-ms N] [--raw] -o FILE\n"
+           "                      [--parameters-only] [--tick-ms N] [--raw] [--log FILE]\n"
+           "                      -o FILE\n"
            "  sonalyx-cli convert IN -o OUT\n"
            "  sonalyx-cli render IN -o OUT.png|OUT.svg|OUT.pdf|OUT.json|OUT.txt\n"
            "                     [--tab reverb|groupdelay|parameters] [--size WxH]\n"

@@ -24,6 +24,11 @@ int main(int argc, char** argv) {
         // The document window is built without a screen unless the caller chose a platform.
         if (std::getenv("QT_QPA_PLATFORM") == nullptr)
             setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        // Qt's own chatter about the offscreen platform is no message of this program.
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+            if (type == QtCriticalMsg || type == QtFatalMsg)
+                std::fprintf(stderr, "%s\n", qPrintable(text));
+        });
         int qtArgc = 1;
         QApplication app(qtArgc, argv);
         return runRenderCommand(args);

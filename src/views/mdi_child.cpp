@@ -3,9 +3,6 @@
 #include <QButtonGroup>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QFormLayout>
-#include <QGridLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -40,9 +37,6 @@ using sonalyx::Step;
 using sonalyx::Track;
 
 namespace {
-
-constexpr int kReverbPerspective = 25;
-constexpr int kReverbSliceMax = 31;
 
 // Group delay curves, one colour per channel group.
 constexpr std::array<QRgb, 7> kGroupColours = {
@@ -110,14 +104,12 @@ TMDIChild::TMDIChild(const QString& caption, sonalyx::Messenger& messenger,
     ConnectControls();
     connect(pageControl_, &QTabWidget::currentChanged, this, &TMDIChild::OnChangeTab);
     resize(980, 620);
-    panel1_->TrackBar(sonalyx::Track::TimeSlice)->setMaximum(kReverbSliceMax);
     // The charts start from the trackbars' design positions.
     S_Elevation();
     S_Rotation();
     S_Zoom();
     S_Move();
-    panel1_->Perspective()->setValue(kReverbPerspective);
-    S_Perspective();
+    OnChangeTab();
 }
 
 TMDIChild::~TMDIChild() = default;

@@ -1,6 +1,7 @@
 #include "views/reverb_filler.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "document/speaker_layout.h"
 #include "views/memo_codec.h"
@@ -26,6 +27,15 @@ constexpr double kTimeAxisMax = 160.0;
 constexpr double kTimeAxisStep = 10.0;
 constexpr double kSideBySideBarWidth = 0.7;
 constexpr double kSliceBarWidth = 4.0;
+
+// A stored level as the decimal the document wrote (16.51, not 16.5100002), above the base.
+double LevelOf(float value) {
+    char text[32];
+    const auto written = std::to_chars(text, text + sizeof text, value);
+    double decimal = value;
+    std::from_chars(text, written.ptr, decimal);
+    return decimal + kReverbLevelBase;
+}
 
 }  // namespace
 
@@ -167,7 +177,7 @@ void ReverbFiller::FillLineChart(chart::ChartModel& model, int item, bool hasDat
         }
         const Curve& curve = ItemCurves(item)[b];
         for (int t = 0; t < kTimePoints; ++t) {
-            series.points.push_back({kSliceWidthMs * (t + 1), curve[t] + kReverbLevelBase, {}});
+            series.points.push_back({kSliceWidthMs * (t + 1), LevelOf(curve[t]), {}});
         }
     }
     PaintRemainingWhite(swatches, bands);
@@ -190,7 +200,7 @@ void ReverbFiller::FillLineChartByBand(chart::ChartModel& model, int band,
         }
         const Curve& curve = ItemCurves(item)[band];
         for (int t = 0; t < kTimePoints; ++t) {
-            series.points.push_back({kSliceWidthMs * (t + 1), curve[t] + kReverbLevelBase, {}});
+            series.points.push_back({kSliceWidthMs * (t + 1), LevelOf(curve[t]), {}});
         }
     }
     PaintRemainingWhite(swatches, items);
@@ -214,7 +224,7 @@ void ReverbFiller::FillBarChart(chart::ChartModel& model, int item, bool hasData
         if (!hasData || item < 0 || item >= ListLength()) {
             continue;
         }
-        const double level = ItemCurves(item)[b][t] + kReverbLevelBase;
+        const double level = LevelOf(ItemCurves(item)[b][t]);
         if (selection_.view3D) {
             series.barWidth = kSliceBarWidth;
             series.points.push_back({kSliceWidthMs * (t + 0.5), level, {}});
@@ -244,7 +254,7 @@ void ReverbFiller::FillBarChartByBand(chart::ChartModel& model, int band,
         if (!ItemHasData(item) || band < 0 || band >= BandCount()) {
             continue;
         }
-        const double level = ItemCurves(item)[band][t] + kReverbLevelBase;
+        const double level = LevelOf(ItemCurves(item)[band][t]);
         if (selection_.view3D) {
             series.barWidth = kSliceBarWidth;
             series.points.push_back({kSliceWidthMs * (t + 0.5), level, {}});

@@ -6,6 +6,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTextDocument>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -16,6 +17,16 @@ namespace sonalyx {
 namespace {
 
 constexpr int kColumns = 3;
+
+void MarkEmpty(QPlainTextEdit* memo) {
+    const bool empty = memo->document()->isEmpty();
+    if (memo->property("empty").toBool() != empty) {
+        memo->setProperty("empty", empty);
+        memo->style()->unpolish(memo);
+        memo->style()->polish(memo);
+    }
+}
+
 constexpr int kMemoWidth = 66;
 constexpr int kMemoHeight = 45;
 constexpr int kMemoFromBottom = 52;
@@ -59,13 +70,20 @@ ReverbView::ReverbView(MeasurementDocument& document, QWidget* parent)
         memo->setPlaceholderText(tr("Channel memo"));
         memo->setTabChangesFocus(true);
         memo->setFixedSize(kMemoWidth, kMemoHeight);
+        memo->setProperty("empty", true);
         memo->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         memo->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        // An empty memo stays faint so the charts are not crowded with blank boxes.
         memo->setStyleSheet(QStringLiteral(
             "QPlainTextEdit{background:rgba(24,26,30,220); color:#e8eaee; font-size:7pt;"
-            "border:1px solid #4b525e; border-radius:2px;}"));
+            "border:1px solid #4b525e; border-radius:2px;}"
+            "QPlainTextEdit[empty=\"true\"]{background:rgba(24,26,30,90);"
+            "border:1px dashed #343944;}"));
         memo->hide();
-        connect(memo, &QPlainTextEdit::textChanged, this, [this, i] { StoreMemo(i); });
+        connect(memo, &QPlainTextEdit::textChanged, this, [this, i] {
+            MarkEmpty(memos_[i]);
+            StoreMemo(i);
+        });
         memos_[i] = memo;
     }
     scrollBox1_->setWidget(content_);
@@ -124,6 +142,12 @@ void ReverbView::RebuildCharts(const ReverbSelection& selection, int comboIndex)
     const bool bars = selection_.barMode;
     if (comboIndex > 0) {
         LayoutCharts(false, 1);
+        // The hidden charts keep nothing, so their data never outlives what is shown.
+        for (int s = 1; s < kCharts; ++s) {
+            for (auto& series : charts_[s]->model().series) {
+                series.points.clear();
+            }
+        }
         const int entry = comboIndex - 1;
         if (selection_.chFreq == 1) {
             bars ? FillBarChartByBand(0, entry) : FillLineChartByBand(0, entry);
@@ -258,27 +282,23 @@ void ReverbView::FillBarChart(int chart, int item, bool hasData, bool allCharts)
 }
 
 void ReverbView::FillLineChartByBand(int chart, int band) {
-    const ReverbFiller filler(document_, selection_);
-    filler.FillLineChartByBand(charts_[chart]->model(), band, swatches_);
+    ReverbFiller(document_, selection_)
+        .FillLineChartByBand(charts_[chart]->model(), band, swatches_);
+    ShowBandTitle(chart, band);
+}
+
+void ReverbView::ShowBandTitle(int chart, int band) {
+    const QString caption = ReverbFiller(document_, selection_).BandCaption(band);
     memos_[chart]->hide();
-    titles_[chart]->setText(filler.BandCaption(band).isEmpty()
-                                ? QString()
-                                : filler.BandCaption(band) + QStringLiteral("Hz"));
+    titles_[chart]->setText(caption.isEmpty() ? QString() : caption + QStringLiteral("Hz"));
     PlaceOverlays(chart);
-    titles_[chart]->setVisible(charts_[chart]->isVisibleTo(content_) &&
-                               !titles_[chart]->text().isEmpty());
+    titles_[chart]->setVisible(charts_[chart]->isVisibleTo(content_) && !caption.isEmpty());
 }
 
 void ReverbView::FillBarChartByBand(int chart, int band) {
-    const ReverbFiller filler(document_, selection_);
-    filler.FillBarChartByBand(charts_[chart]->model(), band, swatches_);
-    memos_[chart]->hide();
-    titles_[chart]->setText(filler.BandCaption(band).isEmpty()
-                                ? QString()
-                                : filler.BandCaption(band) + QStringLiteral("Hz"));
-    PlaceOverlays(chart);
-    titles_[chart]->setVisible(charts_[chart]->isVisibleTo(content_) &&
-                               !titles_[chart]->text().isEmpty());
+    ReverbFiller(document_, selection_)
+        .FillBarChartByBand(charts_[chart]->model(), band, swatches_);
+    ShowBandTitle(chart, band);
 }
 
 bool ReverbView::eventFilter(QObject* watched, QEvent* event) {

@@ -1,47 +1,15 @@
 #include <QAction>
 #include <QLabel>
 #include <QProgressBar>
-#include <atomic>
-#include <thread>
 
-#include "emulator/pty_server.h"
 #include "link/form_rs232c.h"
 #include "main_form_fixture.h"
+#include "support/emulated_receiver.h"
 #include "views/mdi_child.h"
 
 namespace {
 
-using sonalyx::emulator::PtyServer;
-using sonalyx::emulator::ReceiverEmulator;
-using sonalyx::emulator::ReceiverProfile;
-
-// The receiver emulator on a pseudo-terminal, served from its own thread.
-class EmulatedReceiver {
-  public:
-    explicit EmulatedReceiver(const ReceiverProfile& profile) : emulator_(profile) {}
-    ~EmulatedReceiver() {
-        stop_ = true;
-        if (thread_.joinable()) {
-            thread_.join();
-        }
-        server_.close();
-    }
-
-    bool start(std::string& error) {
-        if (!server_.open(error)) {
-            return false;
-        }
-        thread_ = std::thread([this] { server_.serve(emulator_, false, false, stop_); });
-        return true;
-    }
-    QString portPath() const { return QString::fromStdString(server_.portPath()); }
-
-  private:
-    PtyServer server_;
-    ReceiverEmulator emulator_;
-    std::atomic<bool> stop_{false};
-    std::thread thread_;
-};
+using sonalyx::test::EmulatedReceiver;
 
 bool receiveActionsEnabled(const TMainForm& form) {
     return form.Action(QStringLiteral("FileReceive"))->isEnabled() &&
@@ -59,12 +27,8 @@ class MainFormReceiveTest : public MainFormTest {
 };
 
 TEST_F(MainFormReceiveTest, FullReceiveFromTheEmulatorOpensANewDataWindow) {
-    ReceiverProfile profile;
-    profile.parameters.configCode = 10;
-    EmulatedReceiver receiver(profile);
-    std::string error;
-    ASSERT_TRUE(receiver.start(error)) << error;
-    ports_ = QStringList{receiver.portPath()};
+    EmulatedReceiver receiver({"--config", "10"});
+    ports_ = QStringList{QString::fromStdString(receiver.portPath())};
     TMainForm& form = start();
 
     ModalAnswerer answers;
@@ -99,10 +63,8 @@ TEST_F(MainFormReceiveTest, FullReceiveFromTheEmulatorOpensANewDataWindow) {
 }
 
 TEST_F(MainFormReceiveTest, OtherReceiveFetchesOnlyTheParameters) {
-    EmulatedReceiver receiver(ReceiverProfile{});
-    std::string error;
-    ASSERT_TRUE(receiver.start(error)) << error;
-    ports_ = QStringList{receiver.portPath()};
+    EmulatedReceiver receiver(std::vector<std::string>{});
+    ports_ = QStringList{QString::fromStdString(receiver.portPath())};
     TMainForm& form = start();
 
     ModalAnswerer answers;
@@ -134,19 +96,6 @@ TEST_F(MainFormReceiveTest, MissingPortSaysSoOpensNothingAndOffersTheReceiveAgai
         EXPECT_TRUE(receiveActionsEnabled(form)) << action;
         EXPECT_EQ(form.findChild<sonalyx::TFormRS232C*>(), nullptr) << action;
     }
-}
-
-TEST_F(MainFormReceiveTest, NinthWindowRefusesAFullReceiveBeforeAskingForAPort) {
-    TMainForm& form = start(samples(TMainForm::kMaxDocuments));
-    ASSERT_EQ(form.DocumentWindows().size(), TMainForm::kMaxDocuments);
-    ModalAnswerer answers;
-    answers.press(QStringLiteral("OK"));
-    form.Action(QStringLiteral("FileReceive"))->trigger();
-    ASSERT_TRUE(waitFor([&answers] { return !answers.messages().isEmpty(); }));
-    EXPECT_EQ(answers.messages().first().section(QLatin1Char('|'), 0, 0),
-              QStringLiteral("No more window."));
-    EXPECT_TRUE(answers.otherWindows().isEmpty());
-    EXPECT_FALSE(form.Receiving());
 }
 
 TEST_F(MainFormReceiveTest, ReceiveStopsTheDemonstrationAndOffersItAgainAfterwards) {

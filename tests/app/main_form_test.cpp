@@ -2,14 +2,18 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QMap>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QToolBar>
+#include <algorithm>
 
 #include "document/document_file.h"
 #include "main_form_fixture.h"
+#include "support/golden.h"
 #include "views/mdi_child.h"
 
 namespace {
@@ -33,79 +37,54 @@ QByteArray contents(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-struct ActionRow {
-    const char* name;
-    const char* caption;
-    const char* shortcut;
-    bool enabled;
-};
+// One line per menu item: name, caption, shortcut, and whether it is enabled while the frame
+// starts and once it has started.
+void describeMenu(const QList<QAction*>& actions, const QString& indent,
+                  const QMap<QAction*, bool>& enabledAtFirst, QStringList& lines) {
+    for (QAction* action : actions) {
+        if (action->isSeparator() || (action->objectName().isEmpty() && action->text().isEmpty()))
+            continue;
+        lines.append(QStringLiteral("%1%2|%3|%4|%5|%6")
+                         .arg(indent, action->objectName(), action->text(),
+                              action->shortcut().toString(),
+                              enabledAtFirst.value(action) ? "on" : "off",
+                              action->isEnabled() ? "on" : "off"));
+        if (action->menu() != nullptr)
+            describeMenu(action->menu()->actions(), indent + "  ", enabledAtFirst, lines);
+    }
+}
 
-TEST_F(MainFormTest, ActionsCarryTheirCaptionsShortcutsAndStartingState) {
+TEST_F(MainFormTest, MenusToolBarAndTheirStatesMatchGolden) {
     MainFormOptions options;
     options.settings = settings_.get();
     options.showSplash = false;
     TMainForm form(options);
-    EXPECT_EQ(form.windowTitle(), QStringLiteral("Veltrona Sonalyx"));
-    const ActionRow rows[] = {
-        {"FileOpen1", "Open(&O)", "Ctrl+O", false},
-        {"FileClose1", "Close(&C)", "", true},
-        {"FileSave1", "Save(&S)", "Ctrl+S", false},
-        {"FileSaveAs1", "SaveAs(&A)...", "", false},
-        {"FileReceive", "FileReceive", "", false},
-        {"FilePrint", "FilePrint", "", false},
-        {"FilePreview", "Preview(&V)", "", false},
-        {"FileExit1", "Exit(&X)", "", true},
-        {"EditUndo1", "Undo(&U)", "Ctrl+Z", false},
-        {"EditCut1", "Cut(&T)", "Ctrl+X", false},
-        {"EditCopy1", "Copy(&C)...", "Ctrl+C", false},
-        {"EditPaste1", "Paste(&P)", "Ctrl+V", true},
-        {"WindowCascade1", "Cascade(&C)", "", true},
-        {"WindowTileHorizontal1", "Tile(&T)", "", true},
-        {"WindowTileVertical1", "TileVertical(&V)", "", true},
-        {"WindowMinimizeAll1", "Minimize(&M)", "", true},
-        {"WindowArrangeAll1", "Arrange(&A)", "", true},
-        {"HelpAbout1", "VersionInfo(&A)...", "", false},
-        {"Graph2D", "Graph2D(&2)", "", false},
-        {"Graph3D", "Graph3D(&3)", "", false},
-    };
-    for (const ActionRow& row : rows) {
-        QAction* action = form.Action(QLatin1String(row.name));
-        ASSERT_NE(action, nullptr) << row.name;
-        EXPECT_EQ(action->text(), QLatin1String(row.caption)) << row.name;
-        EXPECT_EQ(action->shortcut().toString(), QLatin1String(row.shortcut)) << row.name;
-        EXPECT_EQ(action->isEnabled(), row.enabled) << row.name;
-    }
-    for (const char* name : {"ActionEachCh", "ActionPairCh", "ActionDemo", "FileOtherReceive"}) {
-        EXPECT_NE(form.Action(QLatin1String(name)), nullptr) << name;
-    }
-    EXPECT_EQ(form.Action(QStringLiteral("EditDelete1"))->shortcut().toString(),
-              QStringLiteral("Ctrl+Del"));
-
+    QMap<QAction*, bool> enabledAtFirst;
+    for (QAction* action : form.findChildren<QAction*>())
+        enabledAtFirst[action] = action->isEnabled();
     ASSERT_TRUE(waitFor([&form] { return form.StartupFinished(); }));
-    EXPECT_TRUE(form.Action(QStringLiteral("FileOpen1"))->isEnabled());
-    EXPECT_TRUE(form.Action(QStringLiteral("HelpAbout1"))->isEnabled());
-    EXPECT_TRUE(form.Action(QStringLiteral("FileReceive"))->isEnabled());
-    EXPECT_TRUE(form.Action(QStringLiteral("FileOtherReceive"))->isEnabled());
-}
 
-TEST_F(MainFormTest, MenusAndToolBarHoldTheirItems) {
-    TMainForm& form = start();
-    QStringList menus;
-    for (QAction* menu : form.menuBar()->actions()) {
-        menus.append(menu->text());
+    QStringList lines = {form.windowTitle()};
+    describeMenu(form.menuBar()->actions(), QString(), enabledAtFirst, lines);
+    lines.append(QStringLiteral("ToolBar1"));
+    describeMenu(form.findChild<QToolBar*>(QStringLiteral("ToolBar1"))->actions(), "  ",
+                 enabledAtFirst, lines);
+    // Actions on no menu or tool bar, by name.
+    QList<QAction*> others;
+    for (QAction* action : form.findChildren<QAction*>()) {
+        if (!action->objectName().isEmpty() &&
+            !lines.join('\n').contains(action->objectName() + '|'))
+            others.append(action);
     }
-    EXPECT_EQ(menus,
-              (QStringList{"File(&F)", "Edit(&E)", "Display(&D)", "Window(&W)", "Help(&H)"}));
-    QStringList tools;
-    for (QAction* action : form.findChild<QToolBar*>(QStringLiteral("ToolBar1"))->actions()) {
-        if (!action->objectName().isEmpty()) {
-            tools.append(action->objectName());
-        }
-    }
-    EXPECT_EQ(tools,
-              (QStringList{"FileOpen1", "FileSave1", "FileReceive", "FilePrint", "FilePreview",
-                           "EditCut1", "EditCopy1", "EditPaste1", "Graph2D", "Graph3D",
-                           "WindowCascade1", "WindowTileHorizontal1", "WindowArrangeAll1"}));
+    std::sort(others.begin(), others.end(),
+              [](QAction* a, QAction* b) { return a->objectName() < b->objectName(); });
+    lines.append(QStringLiteral("Elsewhere"));
+    describeMenu(others, "  ", enabledAtFirst, lines);
+    std::vector<std::string> actual;
+    for (const QString& line : lines)
+        actual.push_back(line.toStdString());
+    sonalyx::test::expectMatchesGolden(sonalyx::test::testDataPath("app/main_window_menus.txt"),
+                                       actual);
 }
 
 TEST_F(MainFormTest, OpensFromTheOpenDialog) {
@@ -118,6 +97,7 @@ TEST_F(MainFormTest, OpensFromTheOpenDialog) {
     form.FileOpen1Execute();
     EXPECT_EQ(captions(form), QStringList{path});
     EXPECT_EQ(form.History().Entries(), QStringList{path});
+    EXPECT_EQ(form.findChild<QAction*>(QStringLiteral("HistoryItem0"))->text(), path);
     EXPECT_TRUE(answers.messages().isEmpty());
     EXPECT_TRUE(answers.allUsed());
     EXPECT_TRUE(form.Action(QStringLiteral("FileSave1"))->isEnabled());
@@ -147,16 +127,34 @@ TEST_F(MainFormTest, OpensAHistoryItemAndReportsOneThatIsGone) {
     EXPECT_EQ(form.History().Entries(), (QStringList{present, gone}));
 }
 
-TEST_F(MainFormTest, CommandLineOpensInOrderUpToNineWithOneMessage) {
-    const QStringList files = samples(11);
+// The command line, a drop, the open dialog and a receive all stop at nine windows, each with
+// one "No more window." however many files it brings.
+TEST_F(MainFormTest, EveryWayInStopsAtNineWindowsWithOneMessage) {
+    const QStringList files = samples(12);
     ModalAnswerer answers;
-    TMainForm& form = start(files);
-    EXPECT_EQ(form.DocumentWindows().size(), 9);
+    TMainForm& form = start(files.mid(0, 11));
     EXPECT_EQ(answers.messages(), QStringList{"No more window.|"});
     const auto windows = form.MdiArea()->subWindowList(QMdiArea::CreationOrder);
+    ASSERT_EQ(windows.size(), 9);
     for (int i = 0; i < 9; ++i) {
         EXPECT_EQ(windows.at(i)->windowTitle(), files.at(i));
     }
+
+    windows.back()->close();
+    ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 8; }));
+    dropFiles(files.mid(9, 3));
+    ASSERT_TRUE(waitFor([&] { return answers.messages().size() == 2; }));
+    EXPECT_EQ(form.DocumentWindows().size(), 9);
+    EXPECT_TRUE(captions(form).contains(files.at(9)));
+    EXPECT_FALSE(captions(form).contains(files.at(10)));
+
+    form.FileOpen1Execute();
+    form.Action(QStringLiteral("FileReceive"))->trigger();
+    EXPECT_EQ(answers.messages(), QStringList(4, QStringLiteral("No more window.|")));
+    // The messages were all: no file dialog and no port dialog came up.
+    EXPECT_TRUE(answers.otherWindows().isEmpty());
+    EXPECT_EQ(answers.unexpected(), 4);
+    EXPECT_FALSE(form.Receiving());
 }
 
 TEST_F(MainFormTest, CommandLineTakesRelativePathsAsFullPaths) {
@@ -166,27 +164,6 @@ TEST_F(MainFormTest, CommandLineTakesRelativePathsAsFullPaths) {
     TMainForm& form = start({QStringLiteral("layout-5.csv")});
     QDir::setCurrent(previous);
     EXPECT_EQ(captions(form), QStringList{path});
-}
-
-TEST_F(MainFormTest, DroppingThreeFilesOnEightOpensOneAndSaysNoMoreOnce) {
-    const QStringList files = samples(11);
-    TMainForm& form = start(files.mid(0, 8));
-    ASSERT_EQ(form.DocumentWindows().size(), 8);
-    ModalAnswerer answers;
-    dropFiles(files.mid(8, 3));
-    ASSERT_TRUE(waitFor([&] { return !answers.messages().isEmpty(); }));
-    EXPECT_EQ(form.DocumentWindows().size(), 9);
-    EXPECT_TRUE(captions(form).contains(files.at(8)));
-    EXPECT_FALSE(captions(form).contains(files.at(9)));
-    EXPECT_EQ(answers.messages(), QStringList{"No more window.|"});
-}
-
-TEST_F(MainFormTest, OpenDialogRefusesATenthWindow) {
-    TMainForm& form = start(samples(9));
-    ModalAnswerer answers;
-    form.FileOpen1Execute();
-    EXPECT_EQ(answers.messages(), QStringList{"No more window.|"});
-    EXPECT_EQ(answers.unexpected(), 1);  // the message was all: no file dialog came up
 }
 
 TEST_F(MainFormTest, AnIllegalFileClosesItsNewWindow) {
@@ -209,22 +186,6 @@ TEST_F(MainFormTest, AFileThatCannotBeReadIsReported) {
     EXPECT_TRUE(form.DocumentWindows().isEmpty());
 }
 
-TEST_F(MainFormTest, HistoryKeepsOneEntryPerFileAndTheEightNewest) {
-    const QStringList files = samples(9);
-    TMainForm& form = start();
-    form.OpenDocumentFile(files.at(0));
-    form.OpenDocumentFile(files.at(1));
-    form.OpenDocumentFile(files.at(0));
-    EXPECT_EQ(form.History().Entries(), (QStringList{files.at(0), files.at(1)}));
-    for (const QString& path : files.mid(2)) {
-        form.OpenDocumentFile(path);
-    }
-    ASSERT_EQ(form.History().Entries().size(), 8);
-    EXPECT_EQ(form.History().Entries().front(), files.at(8));
-    EXPECT_FALSE(form.History().Entries().contains(files.at(1)));
-    EXPECT_EQ(form.findChild<QAction*>(QStringLiteral("HistoryItem7"))->text(), files.at(0));
-}
-
 TEST_F(MainFormTest, ReopeningTheNewestFileLeavesTheStoredHistoryAlone) {
     const QString path = sample(QStringLiteral("10"));
     settings_->setValue(QStringLiteral("FILEHISTORY/COUNT"), 1);
@@ -238,25 +199,14 @@ TEST_F(MainFormTest, ReopeningTheNewestFileLeavesTheStoredHistoryAlone) {
                     .contains(QStringLiteral("FILEHISTORY/MARK")));
 }
 
-TEST_F(MainFormTest, ARefusedCloseKeepsTheFrameButWritesTheHistory) {
-    const QString path = sample(QStringLiteral("5"));
-    TMainForm& form = start({path});
-    editFileMemo(form.DocumentWindows().front(), QStringLiteral("moved the sofa"));
-    ModalAnswerer answers;
-    answers.press(QStringLiteral("CANCEL"));
-    EXPECT_FALSE(form.close());
-    EXPECT_TRUE(form.isVisible());
-    EXPECT_EQ(answers.messages(), QStringList{"Save changes to layout-5.csv ?|"});
-    EXPECT_EQ(storedHistory(), QStringList{path});
-    EXPECT_EQ(form.DocumentWindows().size(), 1);
-}
-
-TEST_F(MainFormTest, CloseQuestionAnsweredYesSavesNoDiscardsCancelKeeps) {
-    const QString yesPath = sample(QStringLiteral("5"), QStringLiteral("yes.csv"));
-    const QString noPath = sample(QStringLiteral("7"), QStringLiteral("no.csv"));
+// Closing the frame asks each modified document, front (the last opened) first: YES saves,
+// NO discards, CANCEL keeps that window and the frame; the history is written all the same.
+TEST_F(MainFormTest, FrameCloseAsksEachDocumentFrontFirstAndStopsAtCancel) {
     const QString cancelPath = sample(QStringLiteral("9"), QStringLiteral("cancel.csv"));
+    const QString noPath = sample(QStringLiteral("7"), QStringLiteral("no.csv"));
+    const QString yesPath = sample(QStringLiteral("5"), QStringLiteral("yes.csv"));
     const QByteArray noBefore = contents(noPath);
-    TMainForm& form = start({yesPath, noPath, cancelPath});
+    TMainForm& form = start({cancelPath, noPath, yesPath});
     for (TMDIChild* child : form.DocumentWindows()) {
         editFileMemo(child, QStringLiteral("second visit"));
     }
@@ -264,10 +214,7 @@ TEST_F(MainFormTest, CloseQuestionAnsweredYesSavesNoDiscardsCancelKeeps) {
     answers.press(QStringLiteral("YES"))
         .press(QStringLiteral("NO"))
         .press(QStringLiteral("CANCEL"));
-    const auto windows = form.MdiArea()->subWindowList(QMdiArea::CreationOrder);
-    EXPECT_TRUE(windows.at(0)->close());
-    EXPECT_TRUE(windows.at(1)->close());
-    EXPECT_FALSE(windows.at(2)->close());
+    EXPECT_FALSE(form.close());
     EXPECT_EQ(answers.messages(),
               (QStringList{"Save changes to yes.csv ?|", "Save changes to no.csv ?|",
                            "Save changes to cancel.csv ?|"}));
@@ -275,53 +222,33 @@ TEST_F(MainFormTest, CloseQuestionAnsweredYesSavesNoDiscardsCancelKeeps) {
     EXPECT_EQ(contents(noPath), noBefore);
     ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 1; }));
     EXPECT_EQ(captions(form), QStringList{cancelPath});
-}
-
-TEST_F(MainFormTest, FrameAsksEachDocumentFrontFirstAndStopsAtTheFirstRefusal) {
-    const QStringList files = samples(3);
-    TMainForm& form = start(files);
-    for (TMDIChild* child : form.DocumentWindows()) {
-        editFileMemo(child, QStringLiteral("note"));
-    }
-    ModalAnswerer answers;
-    answers.press(QStringLiteral("NO")).press(QStringLiteral("CANCEL"));
-    EXPECT_FALSE(form.close());
-    // The last opened window is in front and is asked first.
-    EXPECT_EQ(answers.messages(),
-              (QStringList{"Save changes to run3.csv ?|", "Save changes to run2.csv ?|"}));
-    ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 2; }));
-    EXPECT_EQ(captions(form).size(), 2);
-    EXPECT_FALSE(captions(form).contains(files.at(2)));
     EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(storedHistory(), (QStringList{yesPath, noPath, cancelPath}));
 }
 
-TEST_F(MainFormTest, ReceivedDocumentAsksSaveNewDataAndJoinsTheHistory) {
+// YES saves under a chosen name, which joins the history; with the dialog cancelled the
+// window closes all the same.
+TEST_F(MainFormTest, ReceivedDocumentAsksSaveNewDataOnClose) {
     const auto lines = sonalyx::readDocumentLines(sample(QStringLiteral("11")).toStdString());
     ASSERT_TRUE(lines.has_value());
     TMainForm& form = start();
-    TMDIChild* child = form.OpenReceivedLines(*lines);
-    ASSERT_NE(child, nullptr);
-    EXPECT_EQ(child->windowTitle(), QStringLiteral("New Data"));
-    EXPECT_TRUE(child->IsModified());
+    TMDIChild* cancelled = form.OpenReceivedLines(*lines);
+    TMDIChild* saved = form.OpenReceivedLines(*lines);
+    ASSERT_NE(saved, nullptr);
+    EXPECT_EQ(saved->windowTitle(), QStringLiteral("New Data"));
+    EXPECT_TRUE(saved->IsModified());
 
     const QString target = folder_.filePath(QStringLiteral("received.csv"));
     ModalAnswerer answers;
+    answers.press(QStringLiteral("YES")).choose(QString());
+    EXPECT_TRUE(cancelled->close());
+    EXPECT_TRUE(form.History().Entries().isEmpty());
     answers.press(QStringLiteral("YES")).choose(target);
-    EXPECT_TRUE(child->close());
-    EXPECT_EQ(answers.messages(), QStringList{"Save New Data ?|"});
+    EXPECT_TRUE(saved->close());
+    EXPECT_EQ(answers.messages(), QStringList(2, QStringLiteral("Save New Data ?|")));
+    EXPECT_TRUE(answers.allUsed());
     EXPECT_TRUE(QFile::exists(target));
     EXPECT_EQ(form.History().Entries(), QStringList{target});
-}
-
-TEST_F(MainFormTest, YesToSaveNewDataClosesEvenWhenSaveAsIsCancelled) {
-    const auto lines = sonalyx::readDocumentLines(sample(QStringLiteral("7")).toStdString());
-    TMainForm& form = start();
-    TMDIChild* child = form.OpenReceivedLines(*lines);
-    ModalAnswerer answers;
-    answers.press(QStringLiteral("YES")).choose(QString());
-    EXPECT_TRUE(child->close());
-    EXPECT_TRUE(form.History().Entries().isEmpty());
-    EXPECT_TRUE(answers.allUsed());
 }
 
 TEST_F(MainFormTest, SaveOfNewDataAsksForANameAndOverwriteNoAsksAgain) {
@@ -353,7 +280,7 @@ TEST_F(MainFormTest, SaveAsAddsTheNewPathToTheHistory) {
     EXPECT_EQ(contents(copy), contents(path));
 }
 
-TEST_F(MainFormTest, GraphModeSwitchesEveryWindowAndNewOnesFollow) {
+TEST_F(MainFormTest, GraphModeSwitchesEveryWindowChannelTypeOnlyTheActive) {
     const QStringList files = samples(3);
     TMainForm& form = start(files.mid(0, 2));
     QAction* graph2D = form.Action(QStringLiteral("Graph2D"));
@@ -372,19 +299,19 @@ TEST_F(MainFormTest, GraphModeSwitchesEveryWindowAndNewOnesFollow) {
     }
     EXPECT_TRUE(graph2D->isEnabled());
     EXPECT_FALSE(graph3D->isEnabled());
-}
 
-TEST_F(MainFormTest, ChannelTypeActionsSetTheActiveWindowsMode) {
-    TMainForm& form = start(samples(2));
+    // The channel type is the active window's alone.
     TMDIChild* active = form.ActiveDocument();
     form.Action(QStringLiteral("ActionPairCh"))->trigger();
     EXPECT_EQ(active->PairMode(), 1);
-    EXPECT_EQ(form.DocumentWindows().back()->PairMode(), 0);
+    for (TMDIChild* child : form.DocumentWindows()) {
+        EXPECT_EQ(child->PairMode(), child == active ? 1 : 0) << child->windowTitle().toStdString();
+    }
     form.Action(QStringLiteral("ActionEachCh"))->trigger();
     EXPECT_EQ(active->PairMode(), 0);
 }
 
-TEST_F(MainFormTest, DemoRotatesTheActiveDocumentOnTheSharedTimer) {
+TEST_F(MainFormTest, DemoRotatesTheActiveDocumentAndClosingTheLastEndsIt) {
     TMainForm& form = start(samples(1));
     QAction* demo = form.Action(QStringLiteral("ActionDemo"));
     const int before = form.ActiveDocument()->RotationPosition();
@@ -393,11 +320,8 @@ TEST_F(MainFormTest, DemoRotatesTheActiveDocumentOnTheSharedTimer) {
     ASSERT_TRUE(waitFor([&] { return form.ActiveDocument()->RotationPosition() != before; }));
     demo->setChecked(false);
     EXPECT_NE(form.TimerTag(), 11);
-}
 
-TEST_F(MainFormTest, ClosingTheLastDocumentDisablesTheDocumentActions) {
-    TMainForm& form = start(samples(1));
-    EXPECT_TRUE(form.Action(QStringLiteral("FileSave1"))->isEnabled());
+    // Closing the last document disables what needs one.
     form.Action(QStringLiteral("FileClose1"))->trigger();
     ASSERT_TRUE(waitFor([&form] { return form.MdiArea()->subWindowList().isEmpty(); }));
     for (const char* name : {"FileSave1", "FileSaveAs1", "Graph2D", "Graph3D", "ActionDemo"}) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "document/document_loader.h"
 #include "document/document_writer.h"
 #include "support/golden.h"
@@ -134,18 +136,22 @@ TEST(DocumentLoader, TypeFourIsWrittenAsFrontAlignAndReadsBackAsThree) {
 }
 
 TEST(DocumentLoader, LayoutFollowsTheChannelList) {
-    EXPECT_EQ(loadLines(withChannels("L,C,R,SR A,SBR,SBL,SL A,SL B,SR B")).layoutNumber, 11);
-    EXPECT_EQ(loadLines(withChannels("L,C,R,SR A,SBR,SBL,SL A,EXSL,EXSR")).layoutNumber, 11);
-    EXPECT_EQ(loadLines(withChannels("L,C,R,SR A,SBR,SBL,SL A,SPBL,SPBR")).layoutNumber, 9);
-    const auto eleven = loadLines(withChannels("L,C,R,SR A,SBR,SBL,SL A,SL B,SR B"));
-    EXPECT_EQ(eleven.groupCount, 5);
-    for (int g = 0; g < eleven.groupCount; ++g)
-        EXPECT_NE(eleven.groupIdAt(g), 6);  // no Top Surr
-    const auto eight = loadLines(withChannels("L,C,R,SR A,SBR,SBL,SL A,TS"));
-    EXPECT_EQ(eight.layoutNumber, 8);
-    EXPECT_EQ(eight.groupCount, 6);
-    // A spreadsheet's padding does not add channels.
-    EXPECT_EQ(loadLines(withChannels("L,C,R,SR A,SL A,,,")).layoutNumber, 5);
+    const struct {
+        const char* channels;
+        int layout;
+        int groups;
+    } rows[] = {
+        {"L,C,R,SR A,SBR,SBL,SL A,SL B,SR B", 11, 5},  // no Top Surr group
+        {"L,C,R,SR A,SBR,SBL,SL A,EXSL,EXSR", 11, 5},
+        {"L,C,R,SR A,SBR,SBL,SL A,SPBL,SPBR", 9, 5},
+        {"L,C,R,SR A,SBR,SBL,SL A,TS", 8, 6},
+        {"L,C,R,SR A,SL A,,,", 5, 3},  // a spreadsheet's padding adds no channels
+    };
+    for (const auto& row : rows) {
+        const auto doc = loadLines(withChannels(row.channels));
+        EXPECT_EQ(doc.layoutNumber, row.layout) << row.channels;
+        EXPECT_EQ(doc.groupCount, row.groups) << row.channels;
+    }
 }
 
 TEST(DocumentLoader, HeaderNameNotMarkerNumberPlacesABlock) {
@@ -214,28 +220,16 @@ TEST(DocumentLoader, ReceivedTextStartsModifiedAndSkipsTheReverbMemo) {
 }
 
 TEST(DocumentLoader, GroupValuesAreTheEnergyMean) {
-    auto lines = withChannels("L,C,R,SR A,SL A", {"[BAND]",
-                                                  "63",
-                                                  "",
-                                                  "[DATA1]",
-                                                  headerRow("L"),
-                                                  kTimeRow,
-                                                  bandRow("63Hz", 60.0, 0.0),
-                                                  "",
-                                                  "[DATA3]",
-                                                  headerRow("R"),
-                                                  kTimeRow,
-                                                  bandRow("63Hz", 50.0, 0.0),
-                                                  "",
-                                                  "[DATA2]",
-                                                  headerRow("C"),
-                                                  kTimeRow,
-                                                  bandRow("63Hz", 60.0, 0.0),
-                                                  "",
-                                                  "[DATA4A]",
-                                                  headerRow("SR A"),
-                                                  kTimeRow,
-                                                  bandRow("63Hz", -3.0, 0.0)});
+    // One flat 63 Hz curve per block: marker, channel and value.
+    std::vector<std::string> blocks = {"[BAND]", "63", ""};
+    for (const auto& [marker, channel, value] : {std::tuple{"[DATA1]", "L", 60.0},
+                                                 {"[DATA3]", "R", 50.0},
+                                                 {"[DATA2]", "C", 60.0},
+                                                 {"[DATA4A]", "SR A", -3.0}}) {
+        blocks.insert(blocks.end(),
+                      {marker, headerRow(channel), kTimeRow, bandRow("63Hz", value, 0.0), ""});
+    }
+    auto lines = withChannels("L,C,R,SR A,SL A", blocks);
     const auto doc = loadLines(lines);
     EXPECT_NEAR(doc.groupValues[0][0][0][0], 57.40, 0.005);  // 60 and 50
     EXPECT_NEAR(doc.groupValues[0][1][0][5], 60.00, 0.005);  // the centre with itself

@@ -13,21 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class ScriptedChooser : public FileChooser {
-  public:
-    std::vector<std::optional<std::string>> picks;  // given in order; cancel when exhausted
-    std::vector<std::string> presets;
-
-    std::optional<std::string> chooseSaveFile(const std::string& presetPath) override {
-        presets.push_back(presetPath);
-        if (picks.empty())
-            return std::nullopt;
-        auto pick = picks.front();
-        picks.erase(picks.begin());
-        return pick;
-    }
-};
-
 class DocumentSaverTest : public ::testing::Test {
   protected:
     void SetUp() override {

@@ -5,7 +5,7 @@
 #include <QDeadlineTimer>
 
 #include "raw_pty.h"
-#include "recording_messenger.h"
+#include "support/recording_messenger.h"
 #include "test_application.h"
 
 namespace sonalyx {
@@ -86,7 +86,7 @@ TEST_F(SerialPortLinkTest, MonitorOffWritesNoTraceButStillTellsTheUser) {
     const std::string missing = "/dev/sonalyx-no-such-port";
     EXPECT_FALSE(link.open(missing, false));
     EXPECT_TRUE(trace.empty());
-    EXPECT_EQ(messenger.messages, Lines({"Cannot open the serial port(" + missing + ")."}));
+    EXPECT_EQ(messenger.texts(), Lines({"Cannot open the serial port(" + missing + ")."}));
 
     ASSERT_TRUE(link.open(pty.portPath(), false));
     ASSERT_TRUE(link.send(bytesOf("?RVFL\r")));
@@ -107,13 +107,13 @@ TEST_F(SerialPortLinkTest, APulledCableFailsTheReceiveAndIsAnnounced) {
     EXPECT_TRUE(processEventsUntil([&] { return announced; }));
     std::vector<std::uint8_t> out;
     EXPECT_FALSE(link.receive(3, out));
-    EXPECT_EQ(messenger.messages, Lines({"Receive failed."}));
+    EXPECT_EQ(messenger.texts(), Lines({"Receive failed."}));
     EXPECT_EQ(trace.back(), "Receive failed.");
 }
 
 TEST_F(SerialPortLinkTest, SendingOnAClosedPortFails) {
     EXPECT_FALSE(link.send(bytesOf("?SI\r")));
-    EXPECT_EQ(messenger.messages, Lines({"Send failed."}));
+    EXPECT_EQ(messenger.texts(), Lines({"Send failed."}));
 }
 
 }  // namespace

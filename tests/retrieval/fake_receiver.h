@@ -3,14 +3,17 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "emulator/receiver_emulator.h"
+
 namespace sonalyx::test {
 
-// The receiver side of the protocol for the engine tests: answers every command the way a
-// receiver of the chosen configuration does, with faults on request.
+// The receiver side of the protocol for the engine tests: the receiver emulator of the chosen
+// configuration, built on the first command, with per-command faults on top.
 struct FakeReceiver {
     int configCode = 5;
     int bandSelector = 0;
@@ -30,17 +33,13 @@ struct FakeReceiver {
 
     // The reverb body the receiver sends for a channel code; the after variant differs.
     std::vector<std::uint8_t> reverbBody(const std::string& code, bool after) const;
-    std::vector<std::uint8_t> groupDelayBody(const std::string& group) const;
     // Header + body, with the extended flag in bit 7 of byte 1 when the receiver has it.
     std::vector<std::uint8_t> frame(int attribute, const std::vector<std::uint8_t>& body) const;
 
   private:
-    std::vector<std::uint8_t> normalReply(const std::string& command) const;
-    std::vector<std::uint8_t> parameterReply(const std::string& command) const;
+    std::optional<emulator::ReceiverEmulator> emulator_;
 };
 
-// The 5-byte error reply.
-std::vector<std::uint8_t> errorReply();
 // A header announcing `length` body bytes, and that many filler bytes.
 std::vector<std::uint8_t> replyOfLength(int length, bool extended);
 

@@ -17,12 +17,6 @@ void FakeTicker::disarm() {
     armed = false;
 }
 
-Answer RecordingMessenger::show(const std::string& text, const std::string&, MessageMode mode) {
-    texts.push_back(text);
-    modes.push_back(mode);
-    return Answer::Ok;
-}
-
 void RecordingObserver::finished(const ReceiveResult& finishedResult) {
     ++finishCount;
     result = finishedResult;

@@ -8,6 +8,7 @@
 #include "fake_serial_link.h"
 #include "retrieval/receive_engine.h"
 #include "retrieval/ticker.h"
+#include "support/recording_messenger.h"
 
 namespace sonalyx::test {
 
@@ -21,13 +22,6 @@ class FakeTicker : public Ticker {
     int tag = 0;
     int intervalMs = 0;
     std::vector<int> armedIntervals;  // every arm call, in order
-};
-
-class RecordingMessenger : public Messenger {
-  public:
-    Answer show(const std::string& text, const std::string& secondLine, MessageMode mode) override;
-    std::vector<std::string> texts;
-    std::vector<MessageMode> modes;
 };
 
 class RecordingObserver : public ReceiveObserver {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 
 #include "document/document_file.h"
 
@@ -88,6 +89,41 @@ void expectMatchesGolden(const std::string& goldenPath, const std::vector<std::s
     const auto expected = readLinesOrFail(goldenPath);
     const std::string diff = unifiedDiff(expected, actual);
     EXPECT_TRUE(diff.empty()) << goldenPath << " differs:\n" << diff;
+}
+
+void expectSectionsMatchGolden(const std::string& goldenPath,
+                               const std::vector<GoldenSection>& sections) {
+    const char* update = std::getenv("SONALYX_UPDATE_GOLDEN");
+    if (update && std::string(update) == "1") {
+        std::vector<std::string> all;
+        for (const auto& [name, lines] : sections) {
+            all.push_back("## " + name);
+            all.insert(all.end(), lines.begin(), lines.end());
+        }
+        ASSERT_TRUE(writeDocumentLinesAtomically(goldenPath, all)) << goldenPath;
+        return;
+    }
+    std::map<std::string, std::vector<std::string>> expected;
+    std::vector<std::string>* current = nullptr;
+    for (const auto& line : readLinesOrFail(goldenPath)) {
+        if (line.starts_with("## "))
+            current = &expected[line.substr(3)];
+        else if (current != nullptr)
+            current->push_back(line);
+    }
+    for (const auto& [name, lines] : sections) {
+        const auto found = expected.find(name);
+        if (found == expected.end()) {
+            ADD_FAILURE() << goldenPath << " has no section \"" << name << "\"";
+            continue;
+        }
+        const std::string diff = unifiedDiff(found->second, lines);
+        EXPECT_TRUE(diff.empty()) << goldenPath << ", section \"" << name << "\" differs:\n"
+                                  << diff;
+        expected.erase(found);
+    }
+    for (const auto& [name, lines] : expected)
+        ADD_FAILURE() << goldenPath << " has a section no case writes: \"" << name << "\"";
 }
 
 std::string testDataPath(const std::string& relative) {

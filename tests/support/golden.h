@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace sonalyx::test {
@@ -15,6 +16,13 @@ std::vector<std::string> readLinesOrFail(const std::string& path);
 // Compares actual with the golden file; with SONALYX_UPDATE_GOLDEN=1 in the environment the
 // golden file is rewritten instead.
 void expectMatchesGolden(const std::string& goldenPath, const std::vector<std::string>& actual);
+
+// A golden file of named sections: each section starts with a line "## name" followed by its
+// lines. Each section is compared on its own, so a failure names the case that changed; with
+// SONALYX_UPDATE_GOLDEN=1 the whole file is rewritten.
+using GoldenSection = std::pair<std::string, std::vector<std::string>>;
+void expectSectionsMatchGolden(const std::string& goldenPath,
+                               const std::vector<GoldenSection>& sections);
 
 std::string testDataPath(const std::string& relative);
 std::string samplesPath(const std::string& relative);

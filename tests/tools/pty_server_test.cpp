@@ -10,6 +10,9 @@
 #include <filesystem>
 #include <thread>
 
+// A line the emulator closes is tested over the line: CutOffInReverb in
+// tests/link/receive_integration_test.cpp.
+
 namespace sonalyx::emulator {
 namespace {
 
@@ -64,30 +67,6 @@ TEST(PtyServer, ServesThePortAndItsLink) {
     server.close();
     struct stat gone {};
     EXPECT_NE(lstat(link.c_str(), &gone), 0);
-}
-
-TEST(PtyServer, ACutOffClosesTheLine) {
-    PtyServer server;
-    std::string error;
-    ASSERT_TRUE(server.open(error)) << error;
-    ReceiverProfile profile;
-    profile.cutOffCommand = "RVFL";
-    ReceiverEmulator emulator(profile);
-    std::atomic<bool> stop{false};
-    const int port = openPort(server.portPath());
-    std::thread serving([&] { server.serve(emulator, false, false, stop); });
-    ASSERT_EQ(::write(port, "?RVFL\r", 6), 6);
-    serving.join();  // returns by itself once the line is closed
-    // The port side gets part of the reply, then end of file or an error: the hang-up.
-    std::size_t received = 0;
-    std::uint8_t buffer[1024];
-    ssize_t result = 1;
-    while (result > 0) {
-        result = ::read(port, buffer, sizeof buffer);
-        received += result > 0 ? static_cast<std::size_t>(result) : 0;
-    }
-    EXPECT_LE(received, 3u + 576u / 2 + 1);
-    ::close(port);
 }
 
 }  // namespace

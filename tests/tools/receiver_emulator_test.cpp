@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "emulator/measurement_replies.h"
 
 namespace sonalyx::emulator {
@@ -15,171 +17,133 @@ Bytes command(const std::string& text) {
     return bytes;
 }
 
-const Bytes kErrorReply = {'E', '0', '4', 0x0D, 0x0A};
-
-// A framed reply: header fields and where the next frame starts.
-struct Frame {
-    int attribute = 0;
-    bool extendedBit = false;
-    std::size_t length = 0;
-    std::size_t next = 0;
-};
-
-Frame frameAt(const Bytes& bytes, std::size_t at) {
-    Frame frame;
-    frame.attribute = bytes.at(at);
-    frame.extendedBit = (bytes.at(at + 1) & 0x80) != 0;
-    frame.length = static_cast<std::size_t>((bytes.at(at + 1) & 0x7F) << 8 | bytes.at(at + 2));
-    frame.next = at + 3 + frame.length;
-    return frame;
-}
-
 Bytes ask(ReceiverEmulator& emulator, const std::string& text) {
     return emulator.feed(command(text)).bytes;
 }
 
-TEST(ReceiverEmulator, AnswersTheProbeOfAnExtendedReceiver) {
-    ReceiverEmulator emulator(ReceiverProfile{});
-    const Bytes reply = ask(emulator, "?RVFL");
-    const Frame frame = frameAt(reply, 0);
-    EXPECT_TRUE(frame.extendedBit);
-    EXPECT_EQ(frame.length, 576u);
-    EXPECT_EQ(frame.next, reply.size());
-    EXPECT_LT(frame.attribute, 16);
+// A reply in short: "E04" for the error reply, "" for none, otherwise the header as
+// "attribute/length" with "+" when the extended bit is set, and "!" when the bytes do not
+// hold exactly one frame.
+std::string summary(const Bytes& reply) {
+    if (reply == Bytes{'E', '0', '4', 0x0D, 0x0A})
+        return "E04";
+    if (reply.size() < 3)
+        return reply.empty() ? "" : "!";
+    const std::size_t length = static_cast<std::size_t>((reply[1] & 0x7F) << 8 | reply[2]);
+    return std::to_string(reply[0]) + "/" + std::to_string(length) +
+           ((reply[1] & 0x80) ? "+" : "") + (reply.size() == 3 + length ? "" : "!");
 }
 
-TEST(ReceiverEmulator, AnOldReceiverHasNoExtendedBitAndNoInformation) {
+// One receiver and the replies it gives to a sequence of commands, in short.
+struct Exchange {
+    const char* name;
+    std::function<void(ReceiverProfile&)> profile;
+    std::vector<std::pair<std::string, std::string>> replies;  // command, summary
+};
+
+void PrintTo(const Exchange& e, std::ostream* os) {
+    *os << e.name;
+}
+
+const Exchange kExchanges[] = {
+    {"ExtendedProbe", [](ReceiverProfile&) {}, {{"?RVFL", "0/576+"}, {"?EI", "0/4"}}},
+    {"OldReceiver",
+     [](ReceiverProfile& p) { p.extended = false; },
+     {{"?RVFL", "0/576"}, {"?EI", "E04"}, {"?RVSPBR", "0/576"}}},
+    {"SixBands", [](ReceiverProfile& p) { p.parameters.bandSelector = 1; }, {{"?RACT", "0/384+"}}},
+    {"OutsideTheConfiguration",
+     [](ReceiverProfile& p) { p.parameters.configCode = 5; },
+     {{"?RVSBL", "E04"},
+      {"?FBX", "E04"},
+      {"?HELLO", "E04"},
+      {"?FBB", "243/131+"},  // no surround back: marked not measured
+      {"?FBS", "1/131+"}}},
+    {"BadInformationLength", [](ReceiverProfile& p) { p.badInfoLength = true; }, {{"?EI", "0/3"}}},
+    {"Refusals",
+     [](ReceiverProfile& p) {
+         p.refusals = {{"RVCT", 2}, {"SI", -1}};
+         p.afterData = false;
+     },
+     {{"?RVCT", "E04"},
+      {"?RVCT", "E04"},
+      {"?RVCT", "0/576+"},
+      {"?SI", "E04"},
+      {"?SI", "E04"},
+      {"?SI", "E04"},
+      {"?SI", "E04"},
+      {"?RAFL", "E04"},
+      {"?RASL", "E04"}}},
+    {"BadProbeOnce",
+     [](ReceiverProfile& p) { p.badProbe = ReceiverProfile::BadProbe::Once; },
+     {{"?RVFL", "0/500+"}, {"?RVFL", "0/576+"}}},
+    {"BadProbeAlways",
+     [](ReceiverProfile& p) { p.badProbe = ReceiverProfile::BadProbe::Always; },
+     {{"?RVFL", "0/500+"}, {"?RVFL", "0/500+"}}},
+    {"OversizeAndInvalid",
+     [](ReceiverProfile& p) {
+         p.oversizeCommands = {"RVCT"};
+         p.invalidCommands = {"FBS", "RVFR"};
+     },
+     {{"?RVCT", "0/2049+"}, {"?FBS", "241/131+"}, {"?RVFR", "240/576+"}}},
+    {"Silent", [](ReceiverProfile& p) { p.silent = true; }, {{"?RVFL", ""}, {"?EI", ""}}},
+};
+
+class EmulatorExchange : public ::testing::TestWithParam<Exchange> {};
+
+TEST_P(EmulatorExchange, RepliesInTurn) {
     ReceiverProfile profile;
-    profile.extended = false;
+    GetParam().profile(profile);
     ReceiverEmulator emulator(profile);
-    EXPECT_FALSE(frameAt(ask(emulator, "?RVFL"), 0).extendedBit);
-    EXPECT_EQ(ask(emulator, "?EI"), kErrorReply);
-    EXPECT_EQ(frameAt(ask(emulator, "?RVSPBR"), 0).length, 576u);  // configuration 9
+    for (const auto& [asked, expected] : GetParam().replies)
+        EXPECT_EQ(summary(ask(emulator, asked)), expected) << asked;
 }
 
-TEST(ReceiverEmulator, CommandsMayArriveInPieces) {
+INSTANTIATE_TEST_SUITE_P(Profiles, EmulatorExchange, ::testing::ValuesIn(kExchanges),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(ReceiverEmulator, CommandsMayArriveInPiecesAndTheInformationFollowsTheProfile) {
     ReceiverEmulator emulator(ReceiverProfile{});
     EXPECT_TRUE(emulator.feed({'?', 'E'}).bytes.empty());
-    const Bytes reply = emulator.feed({'I', 0x0D}).bytes;
-    EXPECT_EQ(reply, Bytes({0x00, 0x00, 0x04, 10, 0, 2, 0}));
+    EXPECT_EQ(emulator.feed({'I', 0x0D}).bytes, Bytes({0x00, 0x00, 0x04, 10, 0, 2, 0}));
     EXPECT_EQ(emulator.commands(), std::vector<std::string>({"EI"}));
-}
 
-TEST(ReceiverEmulator, InformationReplyLengths) {
     ReceiverProfile shortInfo;
     shortInfo.parameters.configCode = 7;
     shortInfo.parameters.bandSelector = 2;
     shortInfo.infoLength = 2;
     ReceiverEmulator twoBytes(shortInfo);
     EXPECT_EQ(ask(twoBytes, "?EI"), Bytes({0x00, 0x00, 0x02, 7, 2}));
-
-    ReceiverProfile bad;
-    bad.badInfoLength = true;
-    ReceiverEmulator threeBytes(bad);
-    EXPECT_EQ(frameAt(ask(threeBytes, "?EI"), 0).length, 3u);
 }
 
-TEST(ReceiverEmulator, SixBandReceiversSend384Bytes) {
-    ReceiverProfile profile;
-    profile.parameters.bandSelector = 1;
-    ReceiverEmulator emulator(profile);
-    EXPECT_EQ(frameAt(ask(emulator, "?RACT"), 0).length, 384u);
-}
-
-TEST(ReceiverEmulator, AsksOutsideTheConfigurationAreRefused) {
-    ReceiverProfile profile;
-    profile.parameters.configCode = 5;
-    ReceiverEmulator emulator(profile);
-    EXPECT_EQ(ask(emulator, "?RVSBL"), kErrorReply);
-    EXPECT_EQ(ask(emulator, "?FBX"), kErrorReply);
-    EXPECT_EQ(ask(emulator, "?HELLO"), kErrorReply);
-    // Configuration 5 has no surround back: its group delay is marked not measured.
-    EXPECT_EQ(frameAt(ask(emulator, "?FBB"), 0).attribute, 0xF3);
-    EXPECT_EQ(frameAt(ask(emulator, "?FBS"), 0).attribute, 1);
-}
-
-TEST(ReceiverEmulator, RefusesChosenCommandsAsOftenAsAsked) {
-    ReceiverProfile profile;
-    profile.refusals = {{"RVCT", 2}, {"SI", -1}};
-    profile.afterData = false;
-    ReceiverEmulator emulator(profile);
-    EXPECT_EQ(ask(emulator, "?RVCT"), kErrorReply);
-    EXPECT_EQ(ask(emulator, "?RVCT"), kErrorReply);
-    EXPECT_EQ(frameAt(ask(emulator, "?RVCT"), 0).length, 576u);
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(ask(emulator, "?SI"), kErrorReply);
-        EXPECT_EQ(ask(emulator, "?RAFL"), kErrorReply);
-    }
-}
-
-TEST(ReceiverEmulator, SpoilsTheProbeOnceOrAlways) {
-    ReceiverProfile once;
-    once.badProbe = ReceiverProfile::BadProbe::Once;
-    ReceiverEmulator first(once);
-    EXPECT_EQ(frameAt(ask(first, "?RVFL"), 0).length, 500u);
-    EXPECT_EQ(frameAt(ask(first, "?RVFL"), 0).length, 576u);
-
-    ReceiverProfile always;
-    always.badProbe = ReceiverProfile::BadProbe::Always;
-    ReceiverEmulator second(always);
-    EXPECT_EQ(frameAt(ask(second, "?RVFL"), 0).length, 500u);
-    EXPECT_EQ(frameAt(ask(second, "?RVFL"), 0).length, 500u);
-}
-
-TEST(ReceiverEmulator, OversizeAndInvalidReplies) {
-    ReceiverProfile profile;
-    profile.oversizeCommands = {"RVCT"};
-    profile.invalidCommands = {"FBS", "RVFR"};
-    ReceiverEmulator emulator(profile);
-    const Bytes oversize = ask(emulator, "?RVCT");
-    EXPECT_EQ(frameAt(oversize, 0).length, 2049u);
-    EXPECT_EQ(oversize.size(), 3u + 2049u);
-    EXPECT_EQ(frameAt(ask(emulator, "?FBS"), 0).attribute, 0xF1);
-    EXPECT_EQ(frameAt(ask(emulator, "?RVFR"), 0).attribute, 0xF0);
+std::size_t frameEnd(const Bytes& reply, std::size_t at) {
+    return at + 3 + static_cast<std::size_t>((reply.at(at + 1) & 0x7F) << 8 | reply.at(at + 2));
 }
 
 TEST(ReceiverEmulator, ListRepliesCarryACountAndWholeItems) {
     ReceiverProfile profile;
     profile.parameters.memoryCount = 4;
+    profile.parameters.configCode = 11;
     ReceiverEmulator emulator(profile);
     for (const char* list : {"?DLALL", "?LVALL", "?STALL"}) {
         const Bytes reply = ask(emulator, list);
-        ASSERT_FALSE(reply.empty()) << list;
+        ASSERT_EQ(reply.at(0), 4) << list;
         std::size_t at = 1;
-        for (int item = 0; item < reply.front(); ++item) {
-            at = frameAt(reply, at).next;
-        }
-        EXPECT_EQ(reply.front(), 4) << list;
+        for (int item = 0; item < 4; ++item)
+            at = frameEnd(reply, at);
         EXPECT_EQ(at, reply.size()) << list;
     }
-}
-
-TEST(ReceiverEmulator, EqListGroupsHaveAPrefixedRecordPerChannel) {
-    ReceiverProfile profile;
-    profile.parameters.configCode = 11;
-    ReceiverEmulator emulator(profile);
-    const Bytes reply = ask(emulator, "?EQALL");
-    const auto groups = eqAllReply(profile.parameters);
-    ASSERT_EQ(reply.front(), groups.size());
+    // One group per memory, a record per channel (nine in configuration 11), each with the
+    // memory as its prefix.
+    const Bytes eq = ask(emulator, "?EQALL");
+    ASSERT_EQ(eq.at(0), 4);
     std::size_t at = 1;
-    for (const auto& records : groups) {
-        EXPECT_EQ(records.size(), 9u);  // configuration 11 sends nine records
-        for (const PrefixedReply& record : records) {
-            EXPECT_EQ(reply.at(at), record.prefix);
-            const Frame frame = frameAt(reply, at + 1);
-            EXPECT_EQ(frame.length, record.reply.body.size());
-            at = frame.next;
+    for (int memory = 1; memory <= 4; ++memory) {
+        for (int record = 0; record < 9; ++record) {
+            EXPECT_EQ(eq.at(at), memory) << record;
+            at = frameEnd(eq, at + 1);
         }
     }
-    EXPECT_EQ(at, reply.size());
-}
-
-TEST(ReceiverEmulator, SilenceAnswersNothing) {
-    ReceiverProfile profile;
-    profile.silent = true;
-    ReceiverEmulator emulator(profile);
-    EXPECT_TRUE(ask(emulator, "?RVFL").empty());
-    EXPECT_EQ(emulator.commands().size(), 1u);
+    EXPECT_EQ(at, eq.size());
 }
 
 TEST(ReceiverEmulator, ACutOffReplyStopsHalfWayAndClosesTheLine) {
@@ -210,15 +174,12 @@ TEST(MeasurementReplies, DecaysFallOver160MillisecondsAndFasterAfterCalibration)
             EXPECT_GT(valueAt(before, band, 31), -7000);
         }
     }
-}
-
-TEST(MeasurementReplies, GroupDelayFlattensAfterCalibration) {
-    const Bytes body = groupDelayBody(0);
-    ASSERT_EQ(body.size(), 131u);
-    const auto signedAt = [&](std::size_t i) { return static_cast<std::int8_t>(body[i]); };
+    const Bytes delay = groupDelayBody(0);
+    ASSERT_EQ(delay.size(), 131u);
+    const auto signedAt = [&](std::size_t i) { return static_cast<std::int8_t>(delay[i]); };
     EXPECT_GT(signedAt(0), signedAt(63));
-    EXPECT_LT(signedAt(64), signedAt(0));
-    EXPECT_GT(signedAt(128), 0);  // the scale
+    EXPECT_LT(signedAt(64), signedAt(0));  // flatter after calibration
+    EXPECT_GT(signedAt(128), 0);           // the scale
 }
 
 }  // namespace

@@ -210,16 +210,16 @@ TEST_F(MDIChildTest, BeforeAndAfterPickTheVariantAndIgnoreARepeatedClick) {
     auto child = open(7);
     const auto& doc = child->Document();
     auto pointY = [&] { return child->Reverb()->Chart(1)->model().series[2].points[5].y; };
-    EXPECT_DOUBLE_EQ(pointY(), doc.reverbValues[0][1][2][5] + 58.0);
+    EXPECT_NEAR(pointY(), doc.reverbValues[0][1][2][5] + 58.0, 1e-4);
     child->OnClickEQAfter();
     EXPECT_EQ(child->ReverbVariant(), 1);
-    EXPECT_DOUBLE_EQ(pointY(), doc.reverbValues[1][1][2][5] + 58.0);
+    EXPECT_NEAR(pointY(), doc.reverbValues[1][1][2][5] + 58.0, 1e-4);
     EXPECT_TRUE(child->Panel1()->BtnEQAfter()->isPressed());
     EXPECT_FALSE(child->Panel1()->BtnEQBefore()->isPressed());
     child->OnClickEQAfter();
     EXPECT_EQ(child->ReverbVariant(), 1);
     child->OnClickEQBefore();
-    EXPECT_DOUBLE_EQ(pointY(), doc.reverbValues[0][1][2][5] + 58.0);
+    EXPECT_NEAR(pointY(), doc.reverbValues[0][1][2][5] + 58.0, 1e-4);
 }
 
 TEST_F(MDIChildTest, TrackbarsDriveTheChartViews) {
@@ -264,7 +264,7 @@ TEST_F(MDIChildTest, TimeSliceLabelsAndBarMode) {
     EXPECT_EQ(slice->toolTip(), QStringLiteral("Time Position"));
     const auto& bar = child->Reverb()->Chart(0)->model().series[0];
     EXPECT_EQ(bar.kind, chart::SeriesKind::Bar);
-    EXPECT_DOUBLE_EQ(bar.points.at(0).y, child->Document().reverbValues[0][0][0][4] + 58.0);
+    EXPECT_NEAR(bar.points.at(0).y, child->Document().reverbValues[0][0][0][4] + 58.0, 1e-4);
 
     child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
     EXPECT_EQ(slice->maximum(), 63);
