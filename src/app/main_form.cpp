@@ -34,6 +34,8 @@
 #include "link/form_port.h"
 #include "link/port_list.h"
 #include "retrieval/date_stamp.h"
+#include "views/chart/chart_widget.h"
+#include "views/form_decay_times.h"
 #include "views/mdi_child.h"
 
 namespace {
@@ -230,6 +232,8 @@ void TMainForm::CreateActions() {
     demo->setCheckable(true);
     demo->setIcon(ToolIcons::Make(ToolIcons::Demo));
     connect(demo, &QAction::toggled, this, &TMainForm::DemoExecute);
+    bind(MakeAction(QStringLiteral("DisplayDecayTimes"), tr("Decay Times(&R)..."), nullptr, false),
+         &TMainForm::DecayTimesExecute);
 }
 
 void TMainForm::CreateMenus() {
@@ -278,6 +282,8 @@ void TMainForm::CreateMenus() {
     type->addAction(Action(QStringLiteral("ActionEachCh")));
     type->addAction(Action(QStringLiteral("ActionPairCh")));
     display->addAction(Action(QStringLiteral("ActionDemo")));
+    display->addSeparator();
+    display->addAction(Action(QStringLiteral("DisplayDecayTimes")));
 
     windowMenu_ = menuBar()->addMenu(tr("Window(&W)"));
     windowMenu_->addAction(Action(QStringLiteral("WindowCascade1")));
@@ -405,6 +411,10 @@ TMDIChild* TMainForm::CreateDocumentWindow(const QString& caption) {
     mdiArea_->addSubWindow(child);
     connect(child, &TMDIChild::SavedAs, this, &TMainForm::AddToHistory);
     connect(child, &TMDIChild::ModifiedChanged, this, &TMainForm::UpdateStatus);
+    // What the cursor reads off a chart goes to the status bar; leaving the plot restores it.
+    for (auto* chart : child->findChildren<sonalyx::chart::ChartWidget*>()) {
+        connect(chart, &sonalyx::chart::ChartWidget::readoutChanged, this, &TMainForm::ShowReadout);
+    }
     connect(child, &QObject::destroyed, this, [this] {
         UpdateDocumentActions();
         UpdateStatus();
@@ -727,6 +737,15 @@ void TMainForm::PairChExecute() {
     }
 }
 
+void TMainForm::DecayTimesExecute() {
+    TMDIChild* child = ActiveDocument();
+    if (child == nullptr) {
+        return;
+    }
+    TFormDecayTimes form(child->Document(), child->PairMode(), messenger_, this);
+    form.exec();
+}
+
 void TMainForm::DemoExecute(bool on) {
     if (on) {
         timerTag_ = kTagDemo;
@@ -796,7 +815,8 @@ void TMainForm::FinishStartup() {
 
 void TMainForm::UpdateDocumentActions() {
     const bool any = !DocumentWindows().isEmpty();
-    for (const char* name : {"FileSave1", "FileSaveAs1", "ActionEachCh", "ActionPairCh"}) {
+    for (const char* name :
+         {"FileSave1", "FileSaveAs1", "ActionEachCh", "ActionPairCh", "DisplayDecayTimes"}) {
         Action(QLatin1String(name))->setEnabled(any);
     }
     // The demonstration shares the window's timer and stays off while a receive runs.
@@ -845,6 +865,14 @@ void TMainForm::UpdateStatus() {
     const TMDIChild* child = ActiveDocument();
     statusModified_->setText(child != nullptr && child->IsModified() ? tr("Modified") : QString());
     statusBar()->showMessage(child != nullptr ? child->FileName() : tr("Ready"));
+}
+
+void TMainForm::ShowReadout(const QString& text) {
+    if (text.isEmpty()) {
+        UpdateStatus();
+    } else {
+        statusBar()->showMessage(text);
+    }
 }
 
 void TMainForm::TrackEditTarget(QWidget* focused) {

@@ -98,6 +98,7 @@ class TMainForm : public QMainWindow {
     void EachChExecute();
     void PairChExecute();
     void DemoExecute(bool on);
+    void DecayTimesExecute();
 
   signals:
     // The print pipeline listens to this; preview false means print at once.
@@ -132,6 +133,7 @@ class TMainForm : public QMainWindow {
     void UpdateDocumentActions();
     void UpdateWindowMenu();
     void UpdateStatus();
+    void ShowReadout(const QString& text);
     void TrackEditTarget(QWidget* focused);
     void UpdateEditActions();
     void RunOnEditTarget(const char* slot);

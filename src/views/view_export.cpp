@@ -17,6 +17,7 @@
 #include "views/chart/chart_json.h"
 #include "views/chart/chart_widget.h"
 #include "views/chart/json_writer.h"
+#include "views/decay_times_json.h"
 #include "views/mdi_child.h"
 #include "views/reverb_view.h"
 
@@ -171,6 +172,10 @@ void ViewExport::WriteTabJson(chart::JsonWriter& json) const {
         chart::writeChartJson(json, chart->model(), chart->geometry());
     }
     json.endArray();
+    if (tab == TMDIChild::kReverbTab) {
+        json.key("decayTimes");
+        writeDecayTimesJson(json, buildDecayTable(window_.Document(), window_.PairMode() == 1));
+    }
     json.endObject();
 }
 
