@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDateTime>
+#include <QDesktopServices>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -26,6 +27,7 @@
 #include "app/brand_art.h"
 #include "app/form_openning.h"
 #include "app/glossary.h"
+#include "app/receive_log_folder.h"
 #include "app/receive_session.h"
 #include "app/tool_icons.h"
 #include "document/document_file.h"
@@ -202,6 +204,8 @@ void TMainForm::CreateActions() {
          &TMainForm::HelpAbout1Execute);
     bind(MakeAction(QStringLiteral("GlossaryG1"), tr("Glossary(&G)"), nullptr, true),
          &TMainForm::GlossaryG1Click);
+    bind(MakeAction(QStringLiteral("HelpReceiveLogs"), tr("Receive Logs(&L)"), nullptr, true),
+         &TMainForm::HelpReceiveLogsExecute);
 
     bind(MakeAction(QStringLiteral("Graph2D"), tr("Graph2D(&2)"), nullptr, false),
          &TMainForm::Graph2DExecute)
@@ -286,6 +290,7 @@ void TMainForm::CreateMenus() {
 
     QMenu* help = menuBar()->addMenu(tr("Help(&H)"));
     help->addAction(Action(QStringLiteral("GlossaryG1")));
+    help->addAction(Action(QStringLiteral("HelpReceiveLogs")));
     help->addAction(Action(QStringLiteral("HelpAbout1")));
 }
 
@@ -677,6 +682,12 @@ void TMainForm::WindowArrangeAll1Execute() {
 void TMainForm::HelpAbout1Execute() {
     TAboutBox box(this);
     box.exec();
+}
+
+void TMainForm::HelpReceiveLogsExecute() {
+    // The folder exists before the first receive, so the file manager never shows an error.
+    sonalyx::ReceiveLogFolder::make();
+    QDesktopServices::openUrl(QUrl::fromLocalFile(sonalyx::ReceiveLogFolder::path()));
 }
 
 void TMainForm::GlossaryG1Click() {

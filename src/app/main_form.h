@@ -91,6 +91,8 @@ class TMainForm : public QMainWindow {
     void WindowArrangeAll1Execute();
     void HelpAbout1Execute();
     void GlossaryG1Click();
+    // Opens the folder of the receive runs' exchange logs.
+    void HelpReceiveLogsExecute();
     void Graph2DExecute();
     void Graph3DExecute();
     void EachChExecute();

@@ -1,13 +1,21 @@
 #include "app/receive_session.h"
 
+#include <QDateTime>
+#include <QDir>
+
+#include "app/receive_log_folder.h"
+
 namespace sonalyx {
 
 ReceiveSession::ReceiveSession(Messenger& messenger, QWidget* window)
     : QObject(window),
-      form_(new TFormRS232C(messenger, window)),
-      engine_(std::make_unique<ReceiveEngine>(form_->link(), ticker_, messenger, *this)) {
+      messenger_(messenger),
+      form_(new TFormRS232C(messenger_, window)),
+      loggedLink_(std::make_unique<LoggingSerialLink>(form_->link(), log_)),
+      engine_(std::make_unique<ReceiveEngine>(*loggedLink_, ticker_, messenger_, *this)) {
     ticker_.setHandler([this](int tag) { engine_->onTick(tag); });
     form_->link().setLineLostHandler([this] { onLineLost(); });
+    connect(form_.data(), &TFormRS232C::CancelRequested, this, &ReceiveSession::cancel);
 }
 
 ReceiveSession::~ReceiveSession() {
@@ -17,9 +25,33 @@ ReceiveSession::~ReceiveSession() {
 }
 
 bool ReceiveSession::start(const ReceiveOptions& options) {
-    form_->setProgress(0);
+    startLog(options);
+    form_->ShowProgress({});
     form_->show();
     return engine_->start(options) || ended_;
+}
+
+void ReceiveSession::startLog(const ReceiveOptions& options) {
+    const QString path = ReceiveLogFolder::newLogFile();
+    if (path.isEmpty()) {
+        return;
+    }
+    const QString startedAt =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    if (log_.start(path.toStdString(), startedAt.toStdString())) {
+        messenger_.setLogPath(QDir::toNativeSeparators(path).toStdString());
+    }
+    log_.runOptions(options);
+}
+
+QString ReceiveSession::logPath() const {
+    return log_.writing() ? QString::fromStdString(log_.path()) : QString();
+}
+
+void ReceiveSession::cancel() {
+    if (engine_->isRunning()) {
+        engine_->cancel();
+    }
 }
 
 void ReceiveSession::onLineLost() {
@@ -29,16 +61,19 @@ void ReceiveSession::onLineLost() {
     }
 }
 
-void ReceiveSession::progress(int percent) {
-    if (form_ != nullptr) {
-        form_->setProgress(percent);
-    }
-}
+void ReceiveSession::progress(int /*percent*/) {}
 
 void ReceiveSession::commandSent(const std::string& /*command*/) {}
 
+void ReceiveSession::progressed(const ReceiveProgress& progress) {
+    if (form_ != nullptr) {
+        form_->ShowProgress(progress);
+    }
+}
+
 void ReceiveSession::finished(const ReceiveResult& result) {
     ended_ = true;
+    log_.ended(result);
     if (form_ != nullptr) {
         form_->hide();
     }

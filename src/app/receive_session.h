@@ -7,13 +7,17 @@
 
 #include "link/form_rs232c.h"
 #include "link/timer_ticker.h"
+#include "retrieval/exchange_log.h"
+#include "retrieval/log_naming_messenger.h"
+#include "retrieval/logging_serial_link.h"
 #include "retrieval/receive_engine.h"
 
 namespace sonalyx {
 
 // One receive run of the main window: the "Receiving" window, which owns the serial session,
-// the engine on that session and the ticker that paces it. The end handler hears the result
-// once; the owner may then deleteLater() the session, never delete it inside the handler.
+// the engine on that session, the ticker that paces it and the run's exchange log. The end
+// handler hears the result once; the owner may then deleteLater() the session, never delete
+// it inside the handler.
 class ReceiveSession : public QObject, public ReceiveObserver {
     Q_OBJECT
 
@@ -24,20 +28,29 @@ class ReceiveSession : public QObject, public ReceiveObserver {
     ~ReceiveSession() override;
 
     void setEndHandler(EndHandler handler) { onEnd_ = std::move(handler); }
-    // Shows the "Receiving" window and starts the dialogue. False when nothing started (the
-    // port did not open); the end handler is then not called.
+    // Shows the "Receiving" window, starts the run's log and the dialogue. False when nothing
+    // started (the port did not open); the end handler is then not called.
     bool start(const ReceiveOptions& options);
+    // Stops a run still going; the end handler hears a cancelled result.
+    void cancel();
     TFormRS232C* window() const { return form_.data(); }
+    // The run's exchange log; empty when none could be written.
+    QString logPath() const;
 
     void progress(int percent) override;
     void commandSent(const std::string& command) override;
+    void progressed(const ReceiveProgress& progress) override;
     void finished(const ReceiveResult& result) override;
 
   private:
     void onLineLost();
+    void startLog(const ReceiveOptions& options);
 
+    LogNamingMessenger messenger_;
     // The window is a child of the main window, which may take it down first when it closes.
     QPointer<TFormRS232C> form_;
+    ExchangeLog log_;
+    std::unique_ptr<LoggingSerialLink> loggedLink_;
     TimerTicker ticker_;
     std::unique_ptr<ReceiveEngine> engine_;
     EndHandler onEnd_;

@@ -7,7 +7,8 @@ namespace sonalyx {
 const char* cliUsage() {
     return "usage:\n"
            "  sonalyx-cli receive --port PORT [--data reverb,groupdelay,parameters]\n"
-           "                      [--parameters-only] [--tick-ms N] [--raw] -o FILE\n"
+           "                      [--parameters-only] [--tick-ms N] [--raw] [--log FILE]\n"
+           "                      -o FILE\n"
            "  sonalyx-cli convert IN -o OUT\n"
            "exit status: 0 done, 1 failed with a message, 2 usage error\n";
 }

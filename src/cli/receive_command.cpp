@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <charconv>
 #include <ctime>
+#include <iostream>
 #include <memory>
 #include <optional>
 
@@ -13,7 +14,9 @@
 #include "link/receive_runner.h"
 #include "link/serial_port_link.h"
 #include "retrieval/date_stamp.h"
+#include "retrieval/log_naming_messenger.h"
 #include "stderr_messenger.h"
+#include "termination_signals.h"
 
 namespace sonalyx {
 
@@ -24,6 +27,7 @@ const char* const kCantWrite = "Can't write the file. Please close, if it's open
 struct ReceiveArguments {
     ReceiveOptions options;
     std::string outputPath;
+    std::string logPath;
     bool raw = false;
 };
 
@@ -66,13 +70,16 @@ std::string parseArguments(const std::vector<std::string>& args, ReceiveArgument
             parsed.options.parametersOnly = true;
         } else if (arg == "--raw") {
             parsed.raw = true;
-        } else if ((arg == "--port" || arg == "-o" || arg == "--data" || arg == "--tick-ms") &&
+        } else if ((arg == "--port" || arg == "-o" || arg == "--data" || arg == "--tick-ms" ||
+                    arg == "--log") &&
                    !hasValue) {
             return arg + " needs a value";
         } else if (arg == "--port") {
             parsed.options.portName = args[++i];
         } else if (arg == "-o") {
             parsed.outputPath = args[++i];
+        } else if (arg == "--log") {
+            parsed.logPath = args[++i];
         } else if (arg == "--data") {
             if (std::string problem = parseKinds(args[++i], parsed.options); !problem.empty()) {
                 return problem;
@@ -93,11 +100,22 @@ std::string parseArguments(const std::vector<std::string>& args, ReceiveArgument
     return {};
 }
 
-std::string currentDateStamp() {
+std::tm localNow() {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
     localtime_r(&now, &local);
-    return formatDateStamp(local);
+    return local;
+}
+
+std::string currentDateStamp() {
+    return formatDateStamp(localNow());
+}
+
+std::string logStartTime() {
+    const std::tm local = localNow();
+    char text[32];
+    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
+    return text;
 }
 
 // The received text as Save would write it: loaded as a "New Data" document, written back.
@@ -113,9 +131,27 @@ bool documentLines(std::vector<std::string>& lines, Messenger& messenger) {
 
 int receiveAndWrite(const ReceiveArguments& parsed) {
     StderrMessenger messenger;
-    SerialPortLink link(messenger);
+    // The link's own failures name the log as the engine's do.
+    LogNamingMessenger linkMessenger(messenger);
+    SerialPortLink link(linkMessenger);
     ReceiveRunner runner(link, messenger);
-    ReceiveResult result = runner.run(parsed.options);
+    if (!parsed.logPath.empty()) {
+        if (runner.startLog(parsed.logPath, logStartTime())) {
+            linkMessenger.setLogPath(parsed.logPath);
+        } else {
+            std::cerr << "sonalyx-cli: cannot write the log " << parsed.logPath
+                      << "; receiving without it\n";
+        }
+    }
+    ReceiveResult result;
+    {
+        const TerminationSignals watch([&runner] { runner.cancel(); });
+        result = runner.run(parsed.options);
+    }
+    if (result.cancelled) {
+        std::cerr << "Receive cancelled.\n";
+        return 1;
+    }
     if (!result.success) {
         return 1;
     }

@@ -3,15 +3,25 @@
 namespace sonalyx {
 
 ReceiveRunner::ReceiveRunner(SerialPortLink& link, Messenger& messenger)
-    : link_(link), engine_(link, ticker_, messenger, *this) {
+    : link_(link),
+      loggedLink_(link, log_),
+      messenger_(messenger),
+      engine_(loggedLink_, ticker_, messenger_, *this) {
     ticker_.setHandler([this](int tag) { engine_.onTick(tag); });
     link_.setLineLostHandler([this] { onLineLost(); });
+}
+
+bool ReceiveRunner::startLog(const std::string& path, const std::string& startedAt) {
+    const bool writing = log_.start(path, startedAt);
+    messenger_.setLogPath(writing ? path : std::string());
+    return writing;
 }
 
 ReceiveResult ReceiveRunner::run(const ReceiveOptions& options) {
     commands_.clear();
     result_ = {};
     finished_ = false;
+    log_.runOptions(options);
     if (!engine_.start(options) && !finished_) {
         return {};
     }
@@ -19,6 +29,10 @@ ReceiveResult ReceiveRunner::run(const ReceiveOptions& options) {
         loop_.exec();
     }
     return result_;
+}
+
+void ReceiveRunner::cancel() {
+    engine_.cancel();
 }
 
 void ReceiveRunner::onLineLost() {
@@ -41,6 +55,7 @@ void ReceiveRunner::commandSent(const std::string& command) {
 void ReceiveRunner::finished(const ReceiveResult& result) {
     result_ = result;
     finished_ = true;
+    log_.ended(result);
     loop_.quit();
 }
 

@@ -7,6 +7,9 @@
 
 #include "link/serial_port_link.h"
 #include "link/timer_ticker.h"
+#include "retrieval/exchange_log.h"
+#include "retrieval/log_naming_messenger.h"
+#include "retrieval/logging_serial_link.h"
 #include "retrieval/receive_engine.h"
 
 namespace sonalyx {
@@ -17,8 +20,14 @@ class ReceiveRunner : public ReceiveObserver {
   public:
     ReceiveRunner(SerialPortLink& link, Messenger& messenger);
 
+    // Writes the next run's exchange log to path (startedAt is the wall-clock time for the
+    // heading). False when the file cannot be written; the run goes ahead without it.
+    bool startLog(const std::string& path, const std::string& startedAt);
     // Runs the whole dialogue; the result carries no lines when the run failed.
     ReceiveResult run(const ReceiveOptions& options);
+    // Ends a run going on (from the event loop, e.g. on a signal); run() then returns a
+    // cancelled result.
+    void cancel();
     // The commands sent during the last run, repeats included.
     const std::vector<std::string>& commands() const { return commands_; }
     void setProgressHandler(std::function<void(int)> handler) { onProgress_ = std::move(handler); }
@@ -31,6 +40,9 @@ class ReceiveRunner : public ReceiveObserver {
     void onLineLost();
 
     SerialPortLink& link_;
+    ExchangeLog log_;
+    LoggingSerialLink loggedLink_;
+    LogNamingMessenger messenger_;
     TimerTicker ticker_;
     ReceiveEngine engine_;
     QEventLoop loop_;

@@ -6,6 +6,7 @@
 
 #include "document/channel_name.h"
 #include "document/speaker_layout.h"
+#include "retrieval/receive_plan.h"
 
 namespace sonalyx {
 
@@ -21,6 +22,7 @@ constexpr std::string_view kTimeout = "Timeout occurred.";
 constexpr std::string_view kProbeCommand = "?RVFL\r";
 constexpr std::string_view kAfterFrontLeftCommand = "?RAFL\r";
 constexpr std::string_view kInformationCommand = "?EI\r";
+constexpr std::string_view kWaitingToReopen = "Waiting to reopen the port";
 
 constexpr int kMaxEmptyPolls = 10;
 constexpr int kMaxRepeats = 3;
@@ -116,7 +118,12 @@ void ReceiveEngine::resetRunState() {
     parameters_.reset();
     lines_.clear();
     textCleared_ = false;
+    cancelled_ = false;
     armedTag_ = 0;
+    armedIntervalMs_ = 0;
+    failureMessage_.clear();
+    tracker_.reset();
+    groupDelayEndedAt_.clear();
     phase_ = kReverbPhase;
     infoPending_ = 0;
     retryCount_ = 0;
@@ -166,6 +173,7 @@ void ReceiveEngine::onTick(int tag) {
         return;
     ticker_.disarm();
     armedTag_ = 0;
+    tracker_.waited(armedIntervalMs_);
     if (tag == kReopenTag) {
         ReopenAndRepeat();
         return;
@@ -224,6 +232,40 @@ void ReceiveEngine::continueWithPhase() {
 
 void ReceiveEngine::assumeConfiguration9() {
     useConfiguration(kAssumedConfiguration);
+    replan();
+}
+
+void ReceiveEngine::cancel() {
+    if (!running_)
+        return;
+    cancelled_ = true;
+    clearText();
+    FinishRun();
+}
+
+// The whole list of commands follows from what the receiver has told so far.
+void ReceiveEngine::replan() {
+    PlanFacts facts;
+    facts.reverb = options_.reverb;
+    facts.groupDelay = options_.groupDelay;
+    facts.parameters = options_.parameters;
+    facts.extended = extended_ != 0;
+    facts.channelCodes = channelCodes_;
+    facts.configCode = configCode_;
+    facts.afterData = afterAvailable_ != 0;
+    facts.groupDelayEndedAt = groupDelayEndedAt_;
+    facts.fallback = phase_ == kFallback;
+    for (int i = 0; i < static_cast<int>(kFallbackCodes.size()); ++i) {
+        if (!kFallbackCodes[static_cast<size_t>(i)].empty() &&
+            parameters_.fallbackChannelPresent(i))
+            facts.fallbackEqCodes.emplace_back(kFallbackCodes[static_cast<size_t>(i)]);
+    }
+    // Every change of plan is followed by a command or the end, which report it.
+    tracker_.setPlan(planCommands(facts));
+}
+
+void ReceiveEngine::reportProgress() {
+    observer_.progressed(tracker_.current());
 }
 
 void ReceiveEngine::useConfiguration(int configCode) {
@@ -415,12 +457,15 @@ bool ReceiveEngine::sendCommand(const std::string& command) {
         return false;
     }
     observer_.commandSent(commandText(command));
+    tracker_.commandSent(commandText(command));
+    reportProgress();
     armTicker(kReplyPollTag, options_.tickMs);
     return true;
 }
 
 void ReceiveEngine::armTicker(int tag, int intervalMs) {
     armedTag_ = tag;
+    armedIntervalMs_ = intervalMs;
     ticker_.arm(tag, intervalMs);
 }
 
@@ -553,15 +598,19 @@ void ReceiveEngine::handleErrorReply(ErrorSource source) {
         retryCount_ = 0;
         afterVariant_ = 0;
         ++dataNumber_;
+        replan();
         SendNextCommand();
     } else if (phase_ == kGroupDelayPhase) {
         channelStep_ = kGroupDelayEnd;
+        groupDelayEndedAt_ = commandText(lastCommand_);
+        replan();
         SendNextCommand();
     } else if (phase_ == kParameterPhase && source == ErrorSource::CountByte) {
         // The EQ list is refused: ask channel by channel.
         phase_ = kFallback;
         paramStep_ = kFallbackStart;
         retryCount_ = 0;
+        replan();
         SendNextCommand();
     } else {
         failRun(std::string(kCommandError));
@@ -600,6 +649,8 @@ bool ReceiveEngine::readHeader() {
         }
         // A first reply of the wrong size: give the receiver a moment, then start afresh.
         ++retryCount_;
+        tracker_.setKind(std::string(kWaitingToReopen));
+        reportProgress();
         armTicker(kReopenTag, options_.reopenPauseMs);
         return false;
     }
@@ -665,6 +716,7 @@ void ReceiveEngine::handleInformation(const std::vector<std::uint8_t>& body) {
     reverb_.writeHeader(lines_);
     if (options_.reverb)
         reverb_.writeDataBlock(1, false, !fl1Data_.empty(), fl1Data_, lines_);
+    replan();
     SendNextCommand();
 }
 
@@ -757,6 +809,7 @@ void ReceiveEngine::handleFallbackBody(const std::vector<std::uint8_t>& body) {
 // ---- Ending --------------------------------------------------------------------------------
 
 void ReceiveEngine::failRun(const std::string& message) {
+    failureMessage_ = message;
     clearText();
     FinishRun();
     messenger_.show(message, "", MessageMode::Ok);
@@ -781,8 +834,13 @@ void ReceiveEngine::FinishRun() {
     running_ = false;
     ReceiveResult result;
     result.success = !textCleared_;
-    if (result.success)
+    result.cancelled = cancelled_;
+    result.message = failureMessage_;
+    if (result.success) {
         result.lines = std::move(lines_);
+        tracker_.complete();
+        reportProgress();
+    }
     lines_.clear();
     observer_.finished(result);
 }

@@ -6,6 +6,7 @@
 
 #include "document/messenger.h"
 #include "retrieval/parameter_conversion.h"
+#include "retrieval/progress_tracker.h"
 #include "retrieval/receive_observer.h"
 #include "retrieval/reverb_converter.h"
 #include "retrieval/serial_link.h"
@@ -51,6 +52,9 @@ class ReceiveEngine {
     bool start(const ReceiveOptions& options);
     // The owner's ticker fired with this tag. Ticks that were not armed are ignored.
     void onTick(int tag);
+    // Ends a run at once at the user's wish: the port is closed, everything collected is
+    // dropped and nothing is said; the observer hears a cancelled result.
+    void cancel();
     bool isRunning() const { return running_; }
 
   private:
@@ -90,6 +94,8 @@ class ReceiveEngine {
     void armTicker(int tag, int intervalMs);
     void advanceProgress();
     void showProgress(int percent);
+    void replan();
+    void reportProgress();
 
     Read readBytes(std::size_t count, std::vector<std::uint8_t>& out);
     bool readCountByte();
@@ -126,7 +132,13 @@ class ReceiveEngine {
     bool portOpen_ = false;
     bool textCleared_ = false;
     bool probePending_ = false;
+    bool cancelled_ = false;
     int armedTag_ = 0;
+    int armedIntervalMs_ = 0;
+    std::string failureMessage_;
+    ProgressTracker tracker_;
+    // The group delay command whose refusal ended that phase early.
+    std::string groupDelayEndedAt_;
 
     // The run state.
     std::vector<std::string> lines_;

@@ -28,7 +28,7 @@ class FormRS232CTest : public ::testing::Test {
 
 TEST_F(FormRS232CTest, ShowsReceivingOnABlackWindowWithAProgressBar) {
     EXPECT_EQ(window->windowTitle(), "Sonalyx");
-    EXPECT_EQ(window->size(), QSize(299, 66));
+    EXPECT_EQ(window->size(), QSize(320, 148));
     EXPECT_EQ(window->palette().color(QPalette::Window), QColor(Qt::black));
     auto* label = window->findChild<QLabel*>("Label1");
     ASSERT_NE(label, nullptr);
@@ -38,10 +38,13 @@ TEST_F(FormRS232CTest, ShowsReceivingOnABlackWindowWithAProgressBar) {
     EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(Qt::white));
     auto* bar = window->findChild<QProgressBar*>("ProgressBar1");
     ASSERT_NE(bar, nullptr);
-    EXPECT_EQ(bar->minimum(), 0);
-    EXPECT_EQ(bar->maximum(), 100);
-    window->setProgress(37);
-    EXPECT_EQ(bar->value(), 37);
+    // Busy until the run's length is known, then commands answered out of the total.
+    EXPECT_EQ(bar->maximum(), 0);
+    window->ShowProgress({7, 21, "Reverb, Center, measured", 65'000});
+    EXPECT_EQ(bar->maximum(), 21);
+    EXPECT_EQ(bar->value(), 7);
+    EXPECT_EQ(window->findChild<QLabel*>("LabelKind")->text(), "Reverb, Center, measured");
+    EXPECT_EQ(window->findChild<QLabel*>("LabelTimeLeft")->text(), "About 1 min 5 s left");
     ASSERT_NE(memo(), nullptr);
     window->show();
     EXPECT_FALSE(memo()->isVisible());

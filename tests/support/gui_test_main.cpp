@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <QApplication>
 #include <QStyleFactory>
+#include <QTemporaryDir>
 
 // The widgets under test need a QApplication; the tests run under the offscreen platform.
 int main(int argc, char** argv) {
@@ -9,6 +10,10 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     qputenv("SONALYX_NO_SPLASH", "1");
+    // Whatever the program keeps in the user's data folder (receive logs) goes to a folder of
+    // the test run's own, removed at the end.
+    QTemporaryDir dataHome;
+    qputenv("XDG_DATA_HOME", dataHome.path().toLocal8Bit());
     QApplication app(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     ::testing::InitGoogleTest(&argc, argv);

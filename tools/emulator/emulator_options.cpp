@@ -182,6 +182,11 @@ const std::map<std::string, TextSetter>& textOptions() {
              o.profile.cutOffCommand = commandName(v);
              return !v.empty();
          }},
+        {"--stall",
+         [](EmulatorOptions& o, const std::string& v) {
+             o.profile.stallCommand = commandName(v);
+             return !v.empty();
+         }},
     };
     return options;
 }
@@ -267,6 +272,8 @@ Faults:
   --invalid CMD,...      mark these replies as not measured (attribute 0xF0)
   --bad-info-length      answer "?EI" with 3 bytes
   --cut-off CMD          stop half-way through this reply and close the line
+  --stall CMD            stop half-way through this reply the first time it is asked, and
+                         keep the line open (for stopping a receive mid-transfer)
 Commands are named without '?' and CR, for example RVFL, RAFL, EI, FBS, EQALL.
 )";
 }

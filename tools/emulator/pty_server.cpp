@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
@@ -54,6 +55,14 @@ bool PtyServer::open(std::string& error) {
     cfmakeraw(&modes);
     tcsetattr(portSide_, TCSANOW, &modes);
     fcntl(master_, F_SETFL, fcntl(master_, F_GETFL) | O_NONBLOCK);
+    // Packet mode tells us when the computer purges its input, as it does when it opens or
+    // closes the port: the reply being sent is then dropped, as a receiver stops talking when
+    // the handshake lines fall.
+    int packetMode = 1;
+    if (ioctl(master_, TIOCPKT, &packetMode) != 0) {
+        error = systemError("cannot watch the port's purges");
+        return false;
+    }
     return true;
 }
 
@@ -104,7 +113,17 @@ bool PtyServer::readCommands(ReceiverEmulator& emulator, bool verbose) {
     if (count < 0) {
         return errno == EAGAIN || errno == EINTR;
     }
-    buffer.resize(static_cast<std::size_t>(count));
+    if (count == 0) {
+        return true;
+    }
+    if (buffer[0] != TIOCPKT_DATA) {
+        if ((buffer[0] & TIOCPKT_FLUSHREAD) != 0) {
+            outgoing_.clear();
+        }
+        return true;
+    }
+    buffer.erase(buffer.begin());
+    buffer.resize(static_cast<std::size_t>(count) - 1);
     const std::size_t known = emulator.commands().size();
     const ReceiverEmulator::Output output = emulator.feed(buffer);
     if (verbose) {

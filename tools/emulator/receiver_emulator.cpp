@@ -71,6 +71,11 @@ ReceiverEmulator::Output ReceiverEmulator::answer(const std::string& line) {
         output.bytes.resize(std::max<std::size_t>(4, output.bytes.size() / 2));
         output.closeLine = true;
     }
+    if (command == profile_.stallCommand && !stalled_) {
+        // The computer gets the header and part of the body, then waits for the rest.
+        stalled_ = true;
+        output.bytes.resize(std::max<std::size_t>(4, output.bytes.size() / 2));
+    }
     return output;
 }
 

@@ -42,6 +42,7 @@ class ReceiverEmulator {
     std::string pending_;
     std::vector<std::string> commands_;
     bool probeSpoiled_ = false;
+    bool stalled_ = false;
     bool lineClosed_ = false;
 };
 

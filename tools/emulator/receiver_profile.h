@@ -26,6 +26,7 @@ struct ReceiverProfile {
     std::set<std::string> invalidCommands;   // replies with attribute 0xF0 (not measured)
     bool badInfoLength = false;              // "?EI" body of 3 bytes
     std::string cutOffCommand;               // its reply stops half-way and the line is closed
+    std::string stallCommand;                // its first reply stops half-way, the line stays
 };
 
 }  // namespace sonalyx::emulator

@@ -1,0 +1,245 @@
+// Stopping a receive from the "Receiving" window, the window's progress as a user sees it,
+// and the exchange logs a run leaves in the user's data folder.
+#include <QAction>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <QUrl>
+#include <atomic>
+#include <thread>
+
+#include "app/receive_log_folder.h"
+#include "emulator/pty_server.h"
+#include "link/form_rs232c.h"
+#include "main_form_fixture.h"
+#include "views/mdi_child.h"
+
+namespace {
+
+using sonalyx::emulator::PtyServer;
+using sonalyx::emulator::ReceiverEmulator;
+using sonalyx::emulator::ReceiverProfile;
+
+// The receiver emulator on a pseudo-terminal, served from its own thread.
+class EmulatedReceiver {
+  public:
+    explicit EmulatedReceiver(const ReceiverProfile& profile) : emulator_(profile) {
+        std::string error;
+        EXPECT_TRUE(server_.open(error)) << error;
+        thread_ = std::thread([this] { server_.serve(emulator_, false, false, stop_); });
+    }
+    ~EmulatedReceiver() {
+        stop_ = true;
+        thread_.join();
+        server_.close();
+    }
+    QString portPath() const { return QString::fromStdString(server_.portPath()); }
+
+  private:
+    PtyServer server_;
+    ReceiverEmulator emulator_;
+    std::atomic<bool> stop_{false};
+    std::thread thread_;
+};
+
+ReceiverProfile configuration5() {
+    ReceiverProfile profile;
+    profile.parameters.configCode = 5;
+    return profile;
+}
+
+bool receiveActionsEnabled(const TMainForm& form) {
+    return form.Action(QStringLiteral("FileReceive"))->isEnabled() &&
+           form.Action(QStringLiteral("FileOtherReceive"))->isEnabled();
+}
+
+QString windowText(const TMainForm& form, const char* label) {
+    auto* window = form.findChild<sonalyx::TFormRS232C*>();
+    auto* widget = window != nullptr ? window->findChild<QLabel*>(QLatin1String(label)) : nullptr;
+    return widget != nullptr ? widget->text() : QString();
+}
+
+QStringList logFiles() {
+    return QDir(sonalyx::ReceiveLogFolder::path())
+        .entryList({QStringLiteral("receive-*.log")}, QDir::Files, QDir::Name);
+}
+
+QString lastLine(const QString& path) {
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    const QList<QByteArray> lines = file.readAll().trimmed().split('\n');
+    return QString::fromLatin1(lines.last());
+}
+
+QString newestLog() {
+    QFile file(sonalyx::ReceiveLogFolder::path() + '/' + logFiles().last());
+    file.open(QIODevice::ReadOnly);
+    return QString::fromLatin1(file.readAll());
+}
+
+// Catches what Help > Receive Logs asks the desktop to open.
+class UrlCatcher : public QObject {
+    Q_OBJECT
+
+  public slots:
+    void open(const QUrl& url) { urls.append(url); }
+
+  public:
+    QList<QUrl> urls;
+};
+
+}  // namespace
+
+class ReceiveCancelTest : public MainFormTest {
+  protected:
+    void SetUp() override {
+        MainFormTest::SetUp();
+        // Long enough for a stalled reply to be cancelled well before it times out.
+        receiveTickMs_ = 100;
+        QDir(sonalyx::ReceiveLogFolder::path()).removeRecursively();
+    }
+};
+
+enum class Means { CancelButton, EscapeKey, CloseWindow };
+
+struct CancelCase {
+    const char* name;
+    std::function<void(ReceiverProfile&)> fault;
+    QString kind;      // the window shows this when the user stops the run
+    bool midTransfer;  // wait until part of the reply has been read
+    Means means;
+};
+
+TEST_F(ReceiveCancelTest, CancelEndsTheRunAtOnceAndLeavesThePortUsable) {
+    const std::vector<CancelCase> cases = {
+        // Before the first poll: the reply may still be on its way.
+        {"probe", [](ReceiverProfile&) {}, QStringLiteral("Reverb, Left, measured"), false,
+         Means::CancelButton},
+        {"reverb, mid-transfer", [](ReceiverProfile& p) { p.stallCommand = "RVCT"; },
+         QStringLiteral("Reverb, Center, measured"), true, Means::EscapeKey},
+        {"group delay", [](ReceiverProfile& p) { p.stallCommand = "FBS"; },
+         QStringLiteral("Group delay"), true, Means::CloseWindow},
+        {"parameters", [](ReceiverProfile& p) { p.stallCommand = "DLALL"; },
+         QStringLiteral("Parameters: distances"), true, Means::CancelButton},
+        {"reopen pause", [](ReceiverProfile& p) { p.badProbe = ReceiverProfile::BadProbe::Once; },
+         QStringLiteral("Waiting to reopen the port"), false, Means::EscapeKey},
+    };
+    for (const CancelCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        ReceiverProfile profile = configuration5();
+        c.fault(profile);
+        EmulatedReceiver receiver(profile);
+        ports_ = QStringList{receiver.portPath()};
+        TMainForm& form = start();
+        ModalAnswerer answers;
+        form.Action(QStringLiteral("FileReceive"))->trigger();
+        ASSERT_TRUE(form.Receiving());
+        ASSERT_TRUE(waitFor([&] { return windowText(form, "LabelKind") == c.kind; }));
+        if (c.midTransfer) {
+            QTest::qWait(150);
+            ASSERT_TRUE(form.Receiving()) << "the stalled reply timed out before the cancel";
+        }
+        auto* window = form.findChild<sonalyx::TFormRS232C*>();
+        switch (c.means) {
+            case Means::CancelButton:
+                QTest::mouseClick(window->findChild<QPushButton*>(QStringLiteral("ButtonCancel")),
+                                  Qt::LeftButton);
+                break;
+            case Means::EscapeKey:
+                QTest::keyClick(window, Qt::Key_Escape);
+                break;
+            case Means::CloseWindow:
+                window->close();
+                break;
+        }
+        // At once: no waiting for a tick.
+        EXPECT_FALSE(form.Receiving());
+        EXPECT_TRUE(receiveActionsEnabled(form));
+        QTest::qWait(300);
+        EXPECT_TRUE(form.DocumentWindows().isEmpty());
+        EXPECT_TRUE(answers.messages().isEmpty()) << answers.messages().join('\n').toStdString();
+        EXPECT_EQ(form.findChild<sonalyx::TFormRS232C*>(), nullptr);
+        ASSERT_FALSE(logFiles().isEmpty());
+        EXPECT_TRUE(lastLine(sonalyx::ReceiveLogFolder::path() + '/' + logFiles().last())
+                        .endsWith(QStringLiteral("end      cancelled")));
+
+        // The same port, the same receiver: the next receive goes through.
+        form.Action(QStringLiteral("FileReceive"))->trigger();
+        ASSERT_TRUE(waitFor([&form] { return !form.DocumentWindows().isEmpty(); }))
+            << newestLog().toStdString();
+        ASSERT_TRUE(waitFor([&form] { return !form.Receiving(); }));
+        EXPECT_TRUE(answers.messages().isEmpty()) << answers.messages().join('\n').toStdString();
+        EXPECT_EQ(form.DocumentWindows().first()->Document().channelCount, 5);
+    }
+}
+
+TEST_F(ReceiveCancelTest, AFailedReceiveNamesItsLogAndHelpOpensTheFolder) {
+    ReceiverProfile profile = configuration5();
+    profile.refusals["SI"] = -1;
+    EmulatedReceiver receiver(profile);
+    ports_ = QStringList{receiver.portPath()};
+    TMainForm& form = start();
+    ModalAnswerer answers;
+    answers.press(QStringLiteral("OK"));
+    form.Action(QStringLiteral("FileReceive"))->trigger();
+    ASSERT_TRUE(waitFor([&answers] { return !answers.messages().isEmpty(); }));
+    ASSERT_EQ(logFiles().size(), 1);
+    const QString log = sonalyx::ReceiveLogFolder::path() + '/' + logFiles().first();
+    EXPECT_EQ(answers.messages().first(),
+              QStringLiteral("Command error occurred. Please try again.|Exchange log: ") +
+                  QDir::toNativeSeparators(log));
+    EXPECT_TRUE(lastLine(log).endsWith(QStringLiteral(
+        "failed at parameters, Parameters: system information (?SI): Command error occurred. "
+        "Please try again.")))
+        << lastLine(log).toStdString();
+    EXPECT_TRUE(form.DocumentWindows().isEmpty());
+
+    QDir(sonalyx::ReceiveLogFolder::path()).removeRecursively();
+    UrlCatcher catcher;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &catcher, "open");
+    form.Action(QStringLiteral("HelpReceiveLogs"))->trigger();
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    ASSERT_EQ(catcher.urls.size(), 1);
+    EXPECT_EQ(catcher.urls.first().toLocalFile(), sonalyx::ReceiveLogFolder::path());
+    EXPECT_TRUE(QDir(sonalyx::ReceiveLogFolder::path()).exists());
+}
+
+TEST_F(ReceiveCancelTest, OnlyTheLastTwentyRunsKeepTheirLogs) {
+    ASSERT_TRUE(sonalyx::ReceiveLogFolder::make());
+    const QDateTime start(QDate(2026, 1, 2), QTime(3, 4, 5));
+    QStringList made;
+    for (int i = 0; i < 25; ++i) {
+        const QString path = sonalyx::ReceiveLogFolder::newLogFile(start.addSecs(i));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        made.append(QFileInfo(path).fileName());
+    }
+    EXPECT_EQ(logFiles(), made.mid(5));
+}
+
+// The window half-way through a paced full receive, for a person to look at.
+TEST_F(ReceiveCancelTest, ScreenshotOfTheReceivingWindow) {
+    EmulatedReceiver receiver(ReceiverProfile{});
+    ports_ = QStringList{receiver.portPath()};
+    TMainForm& form = start();
+    ModalAnswerer answers;
+    form.Action(QStringLiteral("FileReceive"))->trigger();
+    auto* window = form.findChild<sonalyx::TFormRS232C*>();
+    ASSERT_NE(window, nullptr);
+    auto* bar = window->findChild<QProgressBar*>(QStringLiteral("ProgressBar1"));
+    ASSERT_TRUE(waitFor([bar] { return bar->maximum() > 0 && bar->value() >= 12; }));
+    EXPECT_EQ(bar->maximum(), 33);
+    EXPECT_TRUE(windowText(form, "LabelTimeLeft").startsWith(QStringLiteral("About ")));
+    EXPECT_TRUE(windowText(form, "LabelKind").startsWith(QStringLiteral("Reverb, ")));
+    const QString folder = QStringLiteral(SONALYX_BINARY_DIR "/screenshots");
+    QDir().mkpath(folder);
+    ASSERT_TRUE(window->grab().save(folder + QStringLiteral("/receiving.png")));
+    window->findChild<QPushButton*>(QStringLiteral("ButtonCancel"))->click();
+    EXPECT_FALSE(form.Receiving());
+}
+
+#include "receive_cancel_test.moc"
