@@ -12,7 +12,7 @@ cmake --build build -j"$jobs"
 # The fuzz targets need clang's libFuzzer and are built apart from the main build.
 fuzz_status=0
 if command -v clang++ >/dev/null 2>&1; then
-  scripts/fuzz-smoke.sh "${SONALYX_FUZZ_SECONDS:-20}" || fuzz_status=$?
+  scripts/fuzz-smoke.sh "${SONALYX_FUZZ_SECONDS:-8}" || fuzz_status=$?
 else
   echo "clang++ not found: fuzz smoke run skipped"
 fi

@@ -3,8 +3,10 @@
 // same image, without axes, walls, labels or projection.
 #include <benchmark/benchmark.h>
 
-#include <QGuiApplication>
+#include <unistd.h>
+#include <QApplication>
 #include <QImage>
+#include <QMdiArea>
 #include <QPainter>
 #include <cstdio>
 #include <cstdlib>
@@ -15,6 +17,7 @@
 #include "document/document_file.h"
 #include "document/document_loader.h"
 #include "views/chart/chart_painter.h"
+#include "views/mdi_child.h"
 
 namespace {
 
@@ -128,6 +131,62 @@ void BM_FullRedraw(benchmark::State& state) {
 }
 BENCHMARK(BM_FullRedraw)->Unit(benchmark::kMillisecond);
 
+// What one more open document window costs in resident memory: a nine-channel document on
+// its Reverb tab, shown and painted. The first window also pays for what every window shares
+// (fonts, style, caches), so a second one is the price of a window.
+class NoMessages : public Messenger {
+  public:
+    Answer show(const std::string&, const std::string&, MessageMode) override { return Answer::Ok; }
+};
+class NoChooser : public FileChooser {
+  public:
+    std::optional<std::string> chooseSaveFile(const std::string&) override { return {}; }
+};
+
+double residentMegabytes() {
+    long pages = 0;
+    long resident = 0;
+    if (FILE* statm = std::fopen("/proc/self/statm", "r")) {
+        if (std::fscanf(statm, "%ld %ld", &pages, &resident) != 2) {
+            resident = 0;
+        }
+        std::fclose(statm);
+    }
+    return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
+}
+
+double g_firstWindowMB = 0;
+double g_nextWindowMB = 0;
+
+void BM_DocumentWindowMemory(benchmark::State& state) {
+    const auto lines = readDocumentLines(std::string(SONALYX_SAMPLES_DIR) + "/sample-layout-9.csv");
+    NoMessages messenger;
+    NoChooser chooser;
+    // The document windows live in the frame's MDI area, as in the program.
+    QMdiArea frame;
+    frame.resize(kWindowWidth, kWindowHeight);
+    frame.show();
+    QApplication::processEvents();
+    const auto openOne = [&] {
+        const double before = residentMegabytes();
+        auto* window = new TMDIChild(QStringLiteral("bench.csv"), messenger, chooser);
+        frame.addSubWindow(window);
+        window->resize(kWindowWidth - 40, kWindowHeight - 40);
+        window->show();
+        window->LoadDocument(*lines, QStringLiteral("bench.csv"));
+        frame.repaint();
+        QApplication::processEvents();
+        return residentMegabytes() - before;
+    };
+    for (auto _ : state) {
+        g_firstWindowMB = openOne();
+        g_nextWindowMB = openOne();
+    }
+    state.counters["first_window_MB"] = g_firstWindowMB;
+    state.counters["next_window_MB"] = g_nextWindowMB;
+}
+BENCHMARK(BM_DocumentWindowMemory)->Iterations(1)->Unit(benchmark::kMillisecond);
+
 // Keeps each benchmark's time so the ratio to the floor can be printed at the end.
 class RatioReporter : public benchmark::ConsoleReporter {
   public:
@@ -157,6 +216,12 @@ class RatioReporter : public benchmark::ConsoleReporter {
             "(target <= 3); wall clock %.2f ms against %.2f ms\n",
             full, full / floor, floor, ms(realMs_, "BM_FullRedraw"), ms(realMs_, "BM_Floor"));
     }
+    static void printMemory() {
+        std::printf(
+            "one document window (9 channels, Reverb tab): +%.1f MB resident (target <= 5); "
+            "the first one, with what all windows share: +%.1f MB\n",
+            g_nextWindowMB, g_firstWindowMB);
+    }
 
   private:
     std::map<std::string, double> realMs_;
@@ -169,11 +234,12 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    QGuiApplication app(argc, argv);
+    QApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.printRatios();
+    RatioReporter::printMemory();
     benchmark::Shutdown();
     return 0;
 }

@@ -10,6 +10,11 @@ const char* cliUsage() {
            "                      [--parameters-only] [--tick-ms N] [--raw] [--log FILE]\n"
            "                      -o FILE\n"
            "  sonalyx-cli convert IN -o OUT\n"
+           "  sonalyx-cli render IN -o OUT.png|OUT.svg|OUT.pdf|OUT.json|OUT.txt\n"
+           "                     [--tab reverb|groupdelay|parameters] [--size WxH]\n"
+           "                     [--channel K] [--freq] [--pair] [--after] [--2d] [--bar]\n"
+           "                     [--slice P] [--zoom Z] [--move M] [--elevation E]\n"
+           "                     [--rotation R] [--memory 0..6] [--page P --pages N]\n"
            "exit status: 0 done, 1 failed with a message, 2 usage error\n";
 }
 

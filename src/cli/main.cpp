@@ -1,11 +1,14 @@
 // sonalyx-cli: the document and receive engine without windows, for scripts and tests.
+#include <QApplication>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "cli_usage.h"
 #include "convert_command.h"
 #include "receive_command.h"
+#include "render_command.h"
 
 int main(int argc, char** argv) {
     using namespace sonalyx;
@@ -17,6 +20,19 @@ int main(int argc, char** argv) {
         return runConvertCommand(args);
     if (command == "receive")
         return runReceiveCommand(args);
+    if (command == "render") {
+        // The document window is built without a screen unless the caller chose a platform.
+        if (std::getenv("QT_QPA_PLATFORM") == nullptr)
+            setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        // Qt's own chatter about the offscreen platform is no message of this program.
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+            if (type == QtCriticalMsg || type == QtFatalMsg)
+                std::fprintf(stderr, "%s\n", qPrintable(text));
+        });
+        int qtArgc = 1;
+        QApplication app(qtArgc, argv);
+        return runRenderCommand(args);
+    }
     if (command == "--help" || command == "-h" || command == "help") {
         std::fputs(cliUsage(), stdout);
         return 0;

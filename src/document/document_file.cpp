@@ -1,5 +1,7 @@
 #include "document_file.h"
 
+#include "save_target.h"
+
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -57,31 +59,29 @@ std::optional<std::vector<std::string>> readDocumentLines(const std::string& pat
 }
 
 namespace {
+
 fs::path temporaryPathBeside(const fs::path& target) {
     std::random_device rd;
     const auto tag = std::to_string(rd() % 1000000);
     return target.parent_path() / ("." + target.filename().string() + ".saving-" + tag);
 }
-}  // namespace
 
-bool writeDocumentLinesAtomically(const std::string& path, const std::vector<std::string>& lines) {
-    const fs::path target(path);
-    std::error_code ec;
-    if (fs::is_directory(target, ec))
+bool writeText(const fs::path& path, const std::string& text) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    if (!out)
         return false;
+    out.write(text.data(), static_cast<std::streamsize>(text.size()));
+    out.flush();
+    out.close();  // a device reports a full disk as late as here
+    return !out.fail();
+}
+
+bool replaceAtomically(const fs::path& target, const std::string& text) {
+    std::error_code ec;
     const fs::path temp = temporaryPathBeside(target);
-    {
-        std::ofstream out(temp, std::ios::binary | std::ios::trunc);
-        if (!out)
-            return false;
-        const std::string text = joinLines(lines);
-        out.write(text.data(), static_cast<std::streamsize>(text.size()));
-        out.flush();
-        if (!out) {
-            out.close();
-            fs::remove(temp, ec);
-            return false;
-        }
+    if (!writeText(temp, text)) {
+        fs::remove(temp, ec);
+        return false;
     }
     // Keep the permissions of the file being replaced.
     const auto status = fs::status(target, ec);
@@ -93,6 +93,21 @@ bool writeDocumentLinesAtomically(const std::string& path, const std::vector<std
         return false;
     }
     return true;
+}
+
+}  // namespace
+
+bool writeDocumentLinesAtomically(const std::string& path, const std::vector<std::string>& lines) {
+    const SaveTarget target = SaveTarget::resolve(path);
+    switch (target.kind()) {
+        case SaveTarget::Kind::File:
+            return replaceAtomically(target.path(), joinLines(lines));
+        case SaveTarget::Kind::SpecialFile:
+            return writeText(target.path(), joinLines(lines));
+        case SaveTarget::Kind::Refused:
+            break;
+    }
+    return false;
 }
 
 }  // namespace sonalyx

@@ -17,7 +17,9 @@ std::string joinLines(const std::vector<std::string>& lines);
 std::optional<std::vector<std::string>> readDocumentLines(const std::string& path);
 
 // Writes lines (CR LF) so that the file is either wholly replaced or left as it was: the text
-// goes to a temporary file beside it which is then renamed over the target.
+// goes to a temporary file beside it which is then renamed over the target. A symbolic link is
+// followed and kept; a pipe or device is written directly. False when nothing could be written
+// whole, a directory included.
 bool writeDocumentLinesAtomically(const std::string& path, const std::vector<std::string>& lines);
 
 }  // namespace sonalyx

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <initializer_list>
+#include <optional>
 #include <unordered_map>
 
 #include "channel_name.h"
@@ -98,8 +99,13 @@ std::vector<std::string> listItems(const std::vector<std::string>& lines, long m
     if (line.empty())
         return items;
     items = splitFields(line);
-    if (items.size() > limit)
+    if (items.size() > limit) {
+        // The model holds `limit` items; the gaps at the end of those are dropped as the
+        // trailing commas of a shorter line would be, so that the list reads back as written.
         items.resize(limit);
+        while (!items.empty() && items.back().empty())
+            items.pop_back();
+    }
     return items;
 }
 
@@ -128,13 +134,15 @@ template <size_t N>
 void readLabelledRow(std::string_view row, std::array<float, N>& values) {
     values.fill(0.0f);
     const size_t label = row.find(',');
-    if (label == std::string_view::npos) return;
+    if (label == std::string_view::npos)
+        return;
     const char* p = row.data() + label + 1;
     const char* const end = row.data() + row.size();
     for (size_t i = 0; i < N; ++i) {
         const char* comma = std::find(p, end, ',');
         values[i] = readValue(p, comma);
-        if (comma == end) return;
+        if (comma == end)
+            return;
         p = comma + 1;
     }
 }
@@ -183,6 +191,7 @@ class Loader {
             ++title;
         if (title == n)
             return;
+        groupDelayTitle_ = title;
         size_t end = title + 1;
         while (end < n && !isSectionTitle(lines_[end], kParametersTitle))
             ++end;
@@ -202,9 +211,11 @@ class Loader {
 
     void loadParametersSection() {
         const size_t n = lines_.size();
-        size_t title = 0;
-        while (title < n && !isSectionTitle(lines_[title], kParametersTitle))
-            ++title;
+        // The parameters follow the group delay section; a reverb memo line that reads like
+        // their title is not taken for it while a title follows the group delay section.
+        size_t title = parametersTitleFrom(groupDelayTitle_ ? *groupDelayTitle_ + 1 : 0);
+        if (title == n)
+            title = parametersTitleFrom(0);
         if (title == n)
             return;
         doc_.parameterLines.assign(lines_.begin() + static_cast<long>(title) + 1, lines_.end());
@@ -217,6 +228,13 @@ class Loader {
     }
 
   private:
+    size_t parametersTitleFrom(size_t first) const {
+        size_t title = first;
+        while (title < lines_.size() && !isSectionTitle(lines_[title], kParametersTitle))
+            ++title;
+        return title;
+    }
+
     void readChannels() {
         const long marker = index_.find("[CHANNEL]");
         if (marker < 0) {
@@ -337,9 +355,18 @@ class Loader {
     const std::vector<std::string>& lines_;
     MarkerIndex index_;
     std::vector<int> channelIds_;
+    std::optional<size_t> groupDelayTitle_;
 };
 
 }  // namespace
+
+size_t groupDelayBlocksStart(const std::vector<std::string>& kept) {
+    for (size_t i = 0; i + 1 < kept.size(); ++i) {
+        if (startsWith(kept[i], "[CHANNEL]"))
+            return i + 2;
+    }
+    return 0;
+}
 
 void parseGroupDelay(MeasurementDocument& doc) {
     GroupDelayData& gd = doc.groupDelay;
@@ -348,7 +375,8 @@ void parseGroupDelay(MeasurementDocument& doc) {
     const long n = static_cast<long>(kept.size());
     long before = -1;
     long after = -1;
-    for (long i = 0; i < n && (before < 0 || after < 0); ++i) {
+    for (long i = static_cast<long>(groupDelayBlocksStart(kept));
+         i < n && (before < 0 || after < 0); ++i) {
         if (before < 0 && startsWith(kept[i], "[Before]"))
             before = i;
         if (after < 0 && startsWith(kept[i], "[After]"))

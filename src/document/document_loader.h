@@ -21,4 +21,9 @@ class DocumentLoader {
 // names against the groups of doc's layout.
 void parseGroupDelay(MeasurementDocument& doc);
 
+// Where the "[Before]" and "[After]" blocks of the kept group delay lines are looked for: past
+// the "[CHANNEL]" line and the line after it, when there is one. The section's file memo comes
+// before, so a memo or channel line reading "[Before]" starts no block, when read or written.
+size_t groupDelayBlocksStart(const std::vector<std::string>& kept);
+
 }  // namespace sonalyx

@@ -1,5 +1,6 @@
 #include "document_writer.h"
 
+#include "document_loader.h"
 #include "speaker_layout.h"
 #include "text_format.h"
 
@@ -139,20 +140,11 @@ class Writer {
         out_.push_back(doc_.groupDelayChannelLine);
         out_.emplace_back();
         const auto& kept = doc_.groupDelayLines;
-        // The channel line was written above; even when it happens to begin with "[Before]"
-        // it does not start the block.
-        size_t channelLine = kept.size();
-        for (size_t i = 0; i + 1 < kept.size(); ++i) {
-            if (startsWith(kept[i], "[CHANNEL]")) {
-                channelLine = i + 1;
-                break;
-            }
-        }
-        size_t first = 0;
-        while (first < kept.size() &&
-               (first == channelLine || !startsWith(kept[first], "[Before]"))) {
+        // The memo and the channel line were written above; the blocks start where the loader
+        // looks for them.
+        size_t first = groupDelayBlocksStart(kept);
+        while (first < kept.size() && !startsWith(kept[first], "[Before]"))
             ++first;
-        }
         for (size_t i = first; i < kept.size(); ++i) {
             if (i == first) {
                 out_.emplace_back("[Before]");

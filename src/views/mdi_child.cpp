@@ -1,18 +1,22 @@
 #include "views/mdi_child.h"
 
+#include <QButtonGroup>
 #include <QCloseEvent>
-#include <QFormLayout>
-#include <QGridLayout>
-#include <QGroupBox>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QSlider>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTableWidget>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -20,25 +24,19 @@
 #include "document/document_loader.h"
 #include "document/parameter_rows.h"
 #include "document/speaker_layout.h"
-#include "views/channel_card.h"
+#include "views/chart/chart_widget.h"
 #include "views/curve_preview.h"
 #include "views/memo_codec.h"
+#include "views/panel_button.h"
+#include "views/reverb_view.h"
+#include "views/step_button.h"
 
-using sonalyx::ChannelCard;
 using sonalyx::CurvePreview;
 using sonalyx::MemoCodec;
+using sonalyx::Step;
+using sonalyx::Track;
 
 namespace {
-
-constexpr int kPanel1Width = 210;
-constexpr int kCardColumns = 3;
-
-// Curve colours of the bands, the same table the reverb charts use.
-constexpr std::array<QRgb, 15> kBandColours = {
-    qRgb(248, 0, 0),    qRgb(232, 72, 8),    qRgb(248, 160, 40), qRgb(192, 216, 56),
-    qRgb(0, 216, 112),  qRgb(0, 104, 224),   qRgb(80, 144, 248), qRgb(144, 88, 208),
-    qRgb(160, 16, 124), qRgb(255, 0, 0),     qRgb(245, 162, 37), qRgb(0, 217, 108),
-    qRgb(0, 101, 222),  qRgb(200, 200, 200), qRgb(200, 200, 200)};
 
 // Group delay curves, one colour per channel group.
 constexpr std::array<QRgb, 7> kGroupColours = {
@@ -90,16 +88,28 @@ TMDIChild::TMDIChild(const QString& caption, sonalyx::Messenger& messenger,
     pageControl_->widget(kReverbTab)->setObjectName(QStringLiteral("TabSheet1"));
     pageControl_->widget(kGroupDelayTab)->setObjectName(QStringLiteral("TabSheet2"));
     pageControl_->widget(kParametersTab)->setObjectName(QStringLiteral("TabSheet3"));
-    connect(pageControl_, &QTabWidget::currentChanged, this, [this] { RebuildCharts(false); });
-
     auto* layout = new QHBoxLayout(content_);
-    layout->setContentsMargins(4, 4, 4, 4);
-    layout->setSpacing(4);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
     layout->addWidget(pageControl_, 1);
-    layout->addWidget(BuildPanel1());
+    BuildPanel1();
+    layout->addWidget(panel1_);
     setWidget(content_);
     content_->hide();
+    content_->setFocusPolicy(Qt::StrongFocus);
+
+    timer1_ = new QTimer(this);
+    timer1_->setObjectName(QStringLiteral("Timer1"));
+    connect(timer1_, &QTimer::timeout, this, &TMDIChild::Timer1Timer);
+    ConnectControls();
+    connect(pageControl_, &QTabWidget::currentChanged, this, &TMDIChild::OnChangeTab);
     resize(980, 620);
+    // The charts start from the trackbars' design positions.
+    S_Elevation();
+    S_Rotation();
+    S_Zoom();
+    S_Move();
+    OnChangeTab();
 }
 
 TMDIChild::~TMDIChild() = default;
@@ -136,27 +146,12 @@ QLabel* TMDIChild::BuildNoDataLabel(QWidget* parent) {
 QWidget* TMDIChild::BuildReverbTab() {
     auto* tab = new QWidget;
     auto* layout = new QVBoxLayout(tab);
-    layout->setContentsMargins(6, 6, 6, 6);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
     layout->addWidget(BuildFileMemo(sonalyx::kReverbSection, tab));
-
-    scrollBox1_ = new QScrollArea(tab);
-    scrollBox1_->setObjectName(QStringLiteral("ScrollBox1"));
-    scrollBox1_->setWidgetResizable(true);
-    scrollBox1_->setFrameShape(QFrame::NoFrame);
-    cardHost_ = new QWidget(scrollBox1_);
-    cardHost_->setObjectName(QStringLiteral("CardHost"));
-    cardHost_->setStyleSheet(QStringLiteral("#CardHost{background:#1a1c20;}"));
-    cardGrid_ = new QGridLayout(cardHost_);
-    cardGrid_->setContentsMargins(6, 6, 6, 6);
-    cardGrid_->setSpacing(6);
-    scrollBox1_->setWidget(cardHost_);
-
-    auto* pages = new QStackedWidget(tab);
-    pages->setObjectName(QStringLiteral("SectionPages"));
-    pages->addWidget(scrollBox1_);
-    pages->addWidget(BuildNoDataLabel(tab));
-    sectionPages_[sonalyx::kReverbSection] = pages;
-    layout->addWidget(pages, 1);
+    reverbView_ = new sonalyx::ReverbView(document_, tab);
+    connect(reverbView_, &sonalyx::ReverbView::MemoEdited, this, &TMDIChild::MarkModified);
+    layout->addWidget(reverbView_, 1);
     return tab;
 }
 
@@ -234,35 +229,8 @@ QWidget* TMDIChild::BuildParametersTab() {
     return tab;
 }
 
-QWidget* TMDIChild::BuildPanel1() {
-    auto* panel = new QFrame(content_);
-    panel->setObjectName(QStringLiteral("Panel1"));
-    panel->setFrameShape(QFrame::StyledPanel);
-    panel->setFixedWidth(kPanel1Width);
-    auto* layout = new QVBoxLayout(panel);
-    layout->setContentsMargins(8, 8, 8, 8);
-
-    auto* documentBox = new QGroupBox(tr("Measurement"), panel);
-    auto* documentLayout = new QVBoxLayout(documentBox);
-    summary_ = new QLabel(documentBox);
-    summary_->setObjectName(QStringLiteral("LabelSummary"));
-    summary_->setTextFormat(Qt::RichText);
-    summary_->setWordWrap(true);
-    summary_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    documentLayout->addWidget(summary_);
-    layout->addWidget(documentBox);
-
-    auto* viewBox = new QGroupBox(tr("View"), panel);
-    auto* viewLayout = new QVBoxLayout(viewBox);
-    viewState_ = new QLabel(viewBox);
-    viewState_->setObjectName(QStringLiteral("LabelViewState"));
-    viewState_->setTextFormat(Qt::RichText);
-    viewState_->setWordWrap(true);
-    viewLayout->addWidget(viewState_);
-    layout->addWidget(viewBox);
-    layout->addStretch(1);
-    panel1_ = panel;
-    return panel;
+void TMDIChild::BuildPanel1() {
+    panel1_ = new sonalyx::ViewControls(content_);
 }
 
 QString TMDIChild::FileName() const {
@@ -281,16 +249,19 @@ bool TMDIChild::LoadDocument(const std::vector<std::string>& lines, const QStrin
 
 void TMDIChild::ShowDocument() {
     FillFileMemos();
-    for (int s = 0; s < 3; ++s) {
+    // The Reverb tab says "No Data" itself, from the reverb values.
+    for (int s = sonalyx::kGroupDelaySection; s < 3; ++s) {
         sectionPages_[s]->setCurrentIndex(document_.sectionLoaded[s] ? 0 : 1);
     }
-    const bool anyReverb = document_.anyVariantData[0] || document_.anyVariantData[1];
-    sectionPages_[sonalyx::kReverbSection]->setCurrentIndex(anyReverb ? 0 : 1);
-    UpdateReverbRange();
+    groupDelayAxis_ =
+        sonalyx::GroupDelayAxis::FromSpan(static_cast<float>(document_.groupDelay.span));
     FillGroupDelay();
     FillParameters();
-    RebuildCharts(false);
+    panel1_->PanelTimeSlice()->show();
+    RefreshSelectors();
+    UpdateSummary();
     content_->show();
+    RebuildCharts(false);
     emit ModifiedChanged(document_.modified);
 }
 
@@ -300,100 +271,6 @@ void TMDIChild::FillFileMemos() {
         fileMemos_[s]->setPlainText(MemoCodec::decode(document_.fileMemos[s]));
         fileMemos_[s]->setProperty("filling", false);
     }
-}
-
-void TMDIChild::UpdateReverbRange() {
-    float low = 0;
-    float high = 0;
-    bool first = true;
-    for (int v = 0; v < sonalyx::kVariants; ++v) {
-        for (int p = 0; p < document_.channelCount && p < sonalyx::kMaxPositions; ++p) {
-            if (!document_.positionHasData[v][p]) {
-                continue;
-            }
-            for (int b = 0; b < document_.bandCount && b < sonalyx::kMaxBands; ++b) {
-                const auto& curve = document_.reverbValues[v][p][b];
-                const auto [mn, mx] = std::minmax_element(curve.begin(), curve.end());
-                low = first ? *mn : std::min(low, *mn);
-                high = first ? *mx : std::max(high, *mx);
-                first = false;
-            }
-        }
-    }
-    // Whole 5 dB steps around the data, never tighter than the charts' usual 10 dB window.
-    reverbMin_ = std::min(53.0, std::floor((sonalyx::kLevelBase + low) / 5.0) * 5.0);
-    reverbMax_ = std::max(63.0, std::ceil((sonalyx::kLevelBase + high) / 5.0) * 5.0);
-}
-
-bool TMDIChild::ItemHasData(int item, int variant) const {
-    return pairMode_ == 0 ? document_.positionHasData[variant][item]
-                          : document_.groupHasData[variant][item];
-}
-
-QVector<CurvePreview::Series> TMDIChild::ReverbSeries(int item) const {
-    QVector<CurvePreview::Series> series;
-    if (!ItemHasData(item, reverbVariant_)) {
-        return series;
-    }
-    const auto& bands = pairMode_ == 0 ? document_.reverbValues[reverbVariant_][item]
-                                       : document_.groupValues[reverbVariant_][item];
-    for (int b = 0; b < document_.bandCount && b < sonalyx::kMaxBands; ++b) {
-        CurvePreview::Series s;
-        s.colour = QColor(kBandColours[b]);
-        for (int t = 0; t < sonalyx::kTimePoints; ++t) {
-            s.points.append(QPointF(5.0 * (t + 1), bands[b][t] + sonalyx::kLevelBase));
-        }
-        series.append(s);
-    }
-    return series;
-}
-
-void TMDIChild::AddReverbCard(int item, const QString& longName, const QString& shortName) {
-    auto* card = new ChannelCard(cardHost_);
-    card->setTitle(longName, shortName);
-    card->setAvailability(ItemHasData(item, 0), ItemHasData(item, 1));
-    card->preview()->setRanges({0, 160}, {reverbMin_, reverbMax_});
-    card->preview()->setGridSteps(8, static_cast<int>((reverbMax_ - reverbMin_) / 5));
-    card->setCurves(ReverbSeries(item), graph3D_);
-    auto& memo = pairMode_ == 0 ? document_.channelMemos[item] : document_.groupMemos[item];
-    card->setMemo(MemoCodec::decode(memo));
-    connect(card, &ChannelCard::memoEdited, this,
-            [this, &memo](const QString& text) { MemoEdited(memo, text); });
-    const int index = static_cast<int>(cards_.size());
-    cardGrid_->addWidget(card, index / kCardColumns, index % kCardColumns);
-    cards_.append(card);
-}
-
-void TMDIChild::FillReverbCards() {
-    qDeleteAll(cards_);
-    cards_.clear();
-    if (pairMode_ == 0) {
-        for (int p = 0; p < document_.channelCount && p < sonalyx::kMaxPositions; ++p) {
-            if (ItemHasData(p, 0) || ItemHasData(p, 1)) {
-                AddReverbCard(p, fromBytes(document_.channelLongNames[p]),
-                              fromBytes(document_.channelNames[p]));
-            }
-        }
-    } else {
-        for (int g = 0; g < document_.groupCount && g < sonalyx::kMaxGroups; ++g) {
-            if (ItemHasData(g, 0) || ItemHasData(g, 1)) {
-                const int id = document_.groupIdAt(g);
-                AddReverbCard(g, groupNameAt(document_, g),
-                              QString::fromUtf8(sonalyx::groupAbbreviation(id)));
-            }
-        }
-    }
-    // Two rows fill the view for up to six cards; more scroll in rows of a third.
-    const int rows = (static_cast<int>(cards_.size()) + kCardColumns - 1) / kCardColumns;
-    const int viewHeight = scrollBox1_->viewport()->height();
-    const int cardHeight = std::max(190, (viewHeight - 12) / (rows <= 2 ? 2 : 3) - 6);
-    for (auto* card : cards_) {
-        card->setMinimumHeight(cardHeight);
-    }
-    for (int r = 0; r < cardGrid_->rowCount(); ++r) {
-        cardGrid_->setRowStretch(r, 0);
-    }
-    cardGrid_->setRowStretch(rows, 1);
 }
 
 void TMDIChild::FillGroupDelay() {
@@ -526,47 +403,25 @@ void TMDIChild::FillParameters() {
     sectionPages_[sonalyx::kParametersSection]->setCurrentIndex(rows.empty() ? 1 : 0);
 }
 
-void TMDIChild::UpdatePanel1() {
-    QString layout = tr("%1 channels").arg(document_.channelCount);
-    if (sonalyx::layoutByNumber(document_.layoutNumber) != nullptr &&
-        document_.layoutNumber != document_.channelCount) {
-        layout += tr(" (layout %1)").arg(document_.layoutNumber);
-    }
-    QStringList bands;
-    for (const auto& band : document_.bandLabels) {
-        bands.append(fromBytes(band));
-    }
+void TMDIChild::UpdateSummary() {
     QString eq = QString::fromStdString(document_.reverbTypeLabel);
     eq.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
-    const auto row = [](const QString& name, const QString& value) {
-        return QStringLiteral(
-                   "<tr><td style=\"color:#667;padding-right:6px\">%1</td>"
-                   "<td>%2</td></tr>")
-            .arg(name.toHtmlEscaped(), value.toHtmlEscaped());
-    };
-    summary_->setText(QStringLiteral("<table>") + row(tr("Date"), fromBytes(document_.date)) +
-                      row(tr("Speakers"), layout) +
-                      row(tr("Bands"), bands.join(QStringLiteral(" "))) + row(tr("Reverb EQ"), eq) +
-                      row(tr("Data"), tr("%1 before, %2 after")
-                                          .arg(document_.positionsWithData[1].count)
-                                          .arg(document_.positionsWithData[2].count)) +
-                      QStringLiteral("</table>"));
-    viewState_->setText(
-        QStringLiteral("<table>") + row(tr("Graph"), graph3D_ ? tr("3D") : tr("2D")) +
-        row(tr("Type"), pairMode_ == 0 ? tr("Each channel") : tr("Pair channel")) +
-        row(tr("Data"), reverbVariant_ == 0 ? tr("Before") : tr("After")) +
-        row(tr("Rotation"), QStringLiteral("%1\u00B0").arg(360 - rotationPosition_)) +
-        QStringLiteral("</table>"));
+    panel1_->Summary()->setText(tr("%1\n%2 channels, %3 bands, %4")
+                                    .arg(fromBytes(document_.date))
+                                    .arg(document_.channelCount)
+                                    .arg(document_.bandCount)
+                                    .arg(eq));
 }
 
 void TMDIChild::RebuildCharts(bool maximise) {
-    if (maximise) {
+    if (maximise && selectedChannel_ == 0) {
         showMaximized();
     }
     if (pageControl_->currentIndex() == kReverbTab) {
-        FillReverbCards();
+        reverbView_->RebuildCharts(Selection(), selectedChannel_);
+        const sonalyx::ReverbFiller filler(document_, Selection());
+        panel1_->SetLegend(filler.LegendCaptions(), reverbView_->LegendSwatches());
     }
-    UpdatePanel1();
 }
 
 void TMDIChild::MemoEdited(std::vector<std::string>& memo, const QString& text) {
@@ -626,39 +481,4 @@ void TMDIChild::closeEvent(QCloseEvent* event) {
         return;
     }
     QMdiSubWindow::closeEvent(event);
-}
-
-void TMDIChild::SetGraph3D(bool on) {
-    graph3D_ = on;
-    RebuildCharts(false);
-}
-
-void TMDIChild::SetPairMode(int mode) {
-    pairMode_ = mode == 0 ? 0 : 1;
-    RebuildCharts(false);
-}
-
-void TMDIChild::SetReverbVariant(int variant) {
-    reverbVariant_ = variant == 0 ? 0 : 1;
-    RebuildCharts(false);
-}
-
-void TMDIChild::DemoRotateStep() {
-    constexpr int kMin = 0;
-    constexpr int kMax = 90;
-    if (!graph3D_) {
-        return;
-    }
-    if (rotateBackward_) {
-        if (rotationPosition_ <= kMin) {
-            rotateBackward_ = false;
-        } else {
-            --rotationPosition_;
-        }
-    } else if (rotationPosition_ >= kMax) {
-        rotateBackward_ = true;
-    } else {
-        ++rotationPosition_;
-    }
-    UpdatePanel1();
 }

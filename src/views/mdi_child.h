@@ -2,6 +2,7 @@
 
 #include <QMdiSubWindow>
 #include <QVector>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,17 +10,23 @@
 #include "document/measurement_document.h"
 #include "document/messenger.h"
 #include "views/curve_preview.h"
+#include "views/view_axis.h"
+#include "views/view_controls.h"
 
+class QAbstractScrollArea;
 class QLabel;
 class QPlainTextEdit;
 class QScrollArea;
 class QStackedWidget;
 class QTabWidget;
 class QTableWidget;
-class QGridLayout;
+class QTimer;
 
 namespace sonalyx {
-class ChannelCard;
+class ReverbView;
+namespace chart {
+class ChartWidget;
+}  // namespace chart
 }  // namespace sonalyx
 
 // A document window: one MeasurementDocument shown on the tabs "Reverb", "Group Delay" and
@@ -56,20 +63,56 @@ class TMDIChild : public QMdiSubWindow {
     // View modes the main window sets (kept for the life of the window, never saved).
     void SetGraph3D(bool on);
     bool IsGraph3D() const { return graph3D_; }
+    // Each channel (0) or channel groups (1); redraws as the Ch/Freq selector does.
     void SetPairMode(int mode);
     int PairMode() const { return pairMode_; }
-    void SetReverbVariant(int variant);
     int ReverbVariant() const { return reverbVariant_; }
+    int GroupDelayVariant() const { return groupDelayVariant_; }
+    int ChFreqMode() const;
+    bool BarMode() const { return BarMode_; }
     // One step of the demonstration's back-and-forth rotation of the 3D view.
     void DemoRotateStep();
-    int RotationPosition() const { return rotationPosition_; }
-    bool RotateBackward() const { return rotateBackward_; }
+    int RotationPosition() const;
+    bool RotateBackward() const { return RotateBackward_; }
+    const sonalyx::GroupDelayAxis& GroupDelayAxisValues() const { return groupDelayAxis_; }
 
-    // Redraws the current tab from the document and the view modes.
+    // Redraws the current tab from the document and the view modes: the one entry of every
+    // redraw.
     void RebuildCharts(bool maximise);
+    // The charts a view operation acts on: Chart1..Chart15 on the Reverb tab, Chart101 on the
+    // others.
+    QList<sonalyx::chart::ChartWidget*> TargetCharts() const;
+
+    // The view operations; each applies its control's current position.
+    void S_Zoom();
+    void S_Move();
+    void S_Elevation();
+    void S_Rotation();
+    void S_Perspective();
+    void S_TimeSlice();
+    void OnClickTimeSlice();
+    void SwitchBarMode(bool on);
+    void OnClickEQBefore();
+    void OnClickEQAfter();
+    void ChClick();
+    void FreqClick();
+    void RadioGroup1Click();
+    void ComboChannelChange(int index);
+    void OnChangeTab();
+    void OnMouseWheelDown();
+    void OnMouseWheelUp();
+    void OnKeyDownForm(int key);
+
+    // The step buttons: a press steps at once and repeats while held; a click steps again.
+    void PerformStep(sonalyx::Step step);
+    void StepMouseDown(sonalyx::Step step);
+    void StepMouseUp();
+    void Timer1Timer();
 
     QTabWidget* PageControl() const { return pageControl_; }
-    QWidget* Panel1() const { return panel1_; }
+    sonalyx::ViewControls* Panel1() const { return panel1_; }
+    sonalyx::ReverbView* Reverb() const { return reverbView_; }
+    QTimer* Timer1() const { return timer1_; }
 
   signals:
     // A "New Data" document was saved under this path from its close query or Save As.
@@ -78,25 +121,30 @@ class TMDIChild : public QMdiSubWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     QWidget* BuildReverbTab();
     QWidget* BuildGroupDelayTab();
     QWidget* BuildParametersTab();
-    QWidget* BuildPanel1();
+    void BuildPanel1();
+    void ConnectControls();
     QPlainTextEdit* BuildFileMemo(sonalyx::Section section, QWidget* parent);
     static QLabel* BuildNoDataLabel(QWidget* parent);
 
     void ShowDocument();
     void FillFileMemos();
-    void FillReverbCards();
-    void AddReverbCard(int item, const QString& longName, const QString& shortName);
-    QVector<sonalyx::CurvePreview::Series> ReverbSeries(int item) const;
-    bool ItemHasData(int item, int variant) const;
+    sonalyx::ReverbSelection Selection() const;
+    void RefreshSelectors();
+    void ApplyPressedLook();
+    void RepaintCharts();
+    QAbstractScrollArea* ScrollBoxOfTab() const;
+    void ScrollBy(int dx, int dy);
     void FillGroupDelay();
     void FillParameters();
-    void UpdatePanel1();
-    void UpdateReverbRange();
+    void UpdateSummary();
     void MemoEdited(std::vector<std::string>& memo, const QString& text);
     void MarkModified();
 
@@ -106,25 +154,24 @@ class TMDIChild : public QMdiSubWindow {
 
     QWidget* content_ = nullptr;
     QTabWidget* pageControl_ = nullptr;
-    QWidget* panel1_ = nullptr;
+    sonalyx::ViewControls* panel1_ = nullptr;
+    sonalyx::ReverbView* reverbView_ = nullptr;
+    QTimer* timer1_ = nullptr;
     QPlainTextEdit* fileMemos_[3] = {};
     QStackedWidget* sectionPages_[3] = {};
-    QScrollArea* scrollBox1_ = nullptr;
-    QWidget* cardHost_ = nullptr;
-    QGridLayout* cardGrid_ = nullptr;
-    QVector<sonalyx::ChannelCard*> cards_;
     sonalyx::CurvePreview* groupDelayPreviews_[2] = {};
     QLabel* groupDelayLegend_ = nullptr;
     QTableWidget* groupDelayTable_ = nullptr;
     QTableWidget* parameterTable_ = nullptr;
-    QLabel* summary_ = nullptr;
-    QLabel* viewState_ = nullptr;
 
+    // View state of the window, never saved.
     bool graph3D_ = true;
     int pairMode_ = 0;
     int reverbVariant_ = 0;
-    int rotationPosition_ = 50;
-    bool rotateBackward_ = false;
-    double reverbMin_ = 53;
-    double reverbMax_ = 63;
+    int groupDelayVariant_ = 0;
+    int selectedChannel_ = 0;
+    bool BarMode_ = false;
+    std::optional<sonalyx::Step> RepeatStep_;
+    bool RotateBackward_ = false;
+    sonalyx::GroupDelayAxis groupDelayAxis_ = sonalyx::GroupDelayAxis::FromSpan(1.8f);
 };

@@ -1,78 +1,42 @@
 #include <gtest/gtest.h>
+#include <QApplication>
+#include <QComboBox>
 #include <QFile>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSlider>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTableWidget>
-#include <QTemporaryDir>
-#include <deque>
+#include <QTest>
 
 #include "document/document_file.h"
 #include "document/document_loader.h"
-#include "views/channel_card.h"
-#include "views/mdi_child.h"
+#include "view_fixture.h"
+#include "views/chart/chart_widget.h"
+#include "views/panel_button.h"
+#include "views/reverb_view.h"
 
+namespace sonalyx::test {
 namespace {
 
-using sonalyx::Answer;
-using sonalyx::MessageMode;
-
-class RecordingMessenger : public sonalyx::Messenger {
-  public:
-    Answer show(const std::string& text, const std::string& second, MessageMode) override {
-        said.push_back(text + "|" + second);
-        if (answers.empty()) {
-            return Answer::Ok;
-        }
-        const Answer answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-    std::vector<std::string> said;
-    std::deque<Answer> answers;
-};
-
-class FixedChooser : public sonalyx::FileChooser {
-  public:
-    std::optional<std::string> chooseSaveFile(const std::string&) override { return path; }
-    std::optional<std::string> path;
-};
-
-class MDIChildTest : public ::testing::Test {
+class MDIChildTest : public ViewFixture {
   protected:
-    std::vector<std::string> sampleLines(const char* layout) {
-        const auto lines = sonalyx::readDocumentLines(
-            std::string(SONALYX_SAMPLES_DIR "/sample-layout-") + layout + ".csv");
-        EXPECT_TRUE(lines.has_value());
-        return lines.value_or(std::vector<std::string>{});
+    static int VisibleCharts(TMDIChild& child) {
+        int n = 0;
+        for (int i = 0; i < ReverbView::kCharts; ++i) {
+            n += child.Reverb()->Chart(i)->isVisibleTo(&child);
+        }
+        return n;
     }
-    // A loaded window for a copy of a sample, so saving does not touch the shipped file.
-    std::unique_ptr<TMDIChild> open(const char* layout) {
-        path_ = folder_.filePath(QStringLiteral("doc.csv"));
-        QFile::remove(path_);
-        QFile::copy(QStringLiteral(SONALYX_SAMPLES_DIR "/sample-layout-%1.csv").arg(layout), path_);
-        QFile::setPermissions(path_, QFile::ReadOwner | QFile::WriteOwner);
-        auto child = std::make_unique<TMDIChild>(path_, messenger_, chooser_);
-        EXPECT_TRUE(child->LoadDocument(sampleLines(layout), path_));
-        child->resize(1000, 640);
-        child->show();
-        return child;
-    }
-    static QPlainTextEdit* fileMemo(TMDIChild& child, int section) {
+    static QPlainTextEdit* FileMemo(TMDIChild& child, int section) {
         return child.findChild<QPlainTextEdit*>(QStringLiteral("MemoFile%1").arg(section + 1));
     }
-    static QList<sonalyx::ChannelCard*> cards(TMDIChild& child) {
-        return child.findChildren<sonalyx::ChannelCard*>();
-    }
-
-    QTemporaryDir folder_;
-    QString path_;
-    RecordingMessenger messenger_;
-    FixedChooser chooser_;
 };
 
-TEST_F(MDIChildTest, FrameHasItsCaptionTabsAndPanel) {
+TEST_F(MDIChildTest, FrameHasItsCaptionTabsAndNamedControls) {
     TMDIChild child(QStringLiteral("New Data"), messenger_, chooser_);
     EXPECT_EQ(child.windowTitle(), QStringLiteral("New Data"));
     QTabWidget* tabs = child.PageControl();
@@ -80,69 +44,107 @@ TEST_F(MDIChildTest, FrameHasItsCaptionTabsAndPanel) {
     EXPECT_EQ(tabs->tabText(0), QStringLiteral("Reverb"));
     EXPECT_EQ(tabs->tabText(1), QStringLiteral("Group Delay"));
     EXPECT_EQ(tabs->tabText(2), QStringLiteral("Parameters"));
-    EXPECT_EQ(child.Panel1()->objectName(), QStringLiteral("Panel1"));
-    EXPECT_TRUE(child.IsGraph3D());
-    EXPECT_EQ(child.PairMode(), 0);
+    for (const char* name : {"Panel1",
+                             "ScrollBox1",
+                             "Chart1",
+                             "Chart15",
+                             "LabelNoData",
+                             "ComboChannel",
+                             "PanelLegend",
+                             "LegendTitle10",
+                             "Shape10",
+                             "Track_Zoom",
+                             "Track_Move",
+                             "Track_Elevation",
+                             "Track_Rotation",
+                             "Track_TimeSlice",
+                             "ScrollBar_Perspective",
+                             "EditElevation",
+                             "EditRotation",
+                             "EditTimeSlice",
+                             "BtnTimeSlice",
+                             "BtnEQBefore",
+                             "BtnEQAfter",
+                             "Ch",
+                             "Freq",
+                             "RadioGroup1",
+                             "Zoom_Down",
+                             "TimeSlice_Up",
+                             "Timer1",
+                             "PanelTimeSlice"}) {
+        EXPECT_NE(child.findChild<QObject*>(QLatin1String(name)), nullptr) << name;
+    }
+    // Design positions of the trackbars and what they give the charts.
+    const auto& view = child.Reverb()->Chart(0)->model().view;
+    EXPECT_EQ(view.elevation, 348);
+    EXPECT_EQ(view.rotation, 310);
+    EXPECT_EQ(view.perspective, 25);
+    EXPECT_EQ(child.Reverb()->Chart(0)->model().left.minimum, 53);
+    EXPECT_EQ(child.Reverb()->Chart(0)->model().left.maximum, 63);
 }
 
-TEST_F(MDIChildTest, ShowsOneCardPerChannelOrGroupWithData) {
-    auto child = open("10");
-    const auto& doc = child->Document();
-    EXPECT_EQ(cards(*child).size(), doc.positionsWithData[0].count);
-    child->SetPairMode(1);
-    EXPECT_EQ(cards(*child).size(), doc.groupsWithData.count);
-    child->SetPairMode(0);
-    EXPECT_EQ(cards(*child).size(), doc.positionsWithData[0].count);
+TEST_F(MDIChildTest, AllChartsStandInRowsOfThree) {
+    struct Row {
+        int layout;
+        int charts;
+        int rowsPerScreen;
+        bool scrollBar;
+    } rows[] = {
+        {5, 5, 2, false}, {7, 7, 3, false}, {9, 9, 3, false}, {10, 10, 3, true}, {11, 9, 3, false}};
+    for (const Row& r : rows) {
+        auto child = open(r.layout);
+        QScrollArea* box = child->Reverb()->ScrollBox1();
+        EXPECT_EQ(VisibleCharts(*child), r.charts) << "layout " << r.layout;
+        const QRect first = child->Reverb()->Chart(0)->geometry();
+        const QRect fourth = child->Reverb()->Chart(3)->geometry();
+        EXPECT_EQ(first.height(), box->height() / r.rowsPerScreen) << "layout " << r.layout;
+        EXPECT_EQ(fourth.top(), first.height()) << "layout " << r.layout;
+        EXPECT_EQ(child->Reverb()->Chart(1)->geometry().left(), first.width() + 1);
+        EXPECT_EQ(box->verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOn, r.scrollBar)
+            << "layout " << r.layout;
+        const int expectedWidth =
+            r.scrollBar ? (box->width() - box->style()->pixelMetric(QStyle::PM_ScrollBarExtent)) / 3
+                        : box->width() / 3;
+        EXPECT_EQ(first.width(), expectedWidth) << "layout " << r.layout;
+        const auto* memo = child->Reverb()->ChannelMemo(3);
+        EXPECT_EQ(memo->geometry(), QRect(fourth.left() + 4, fourth.bottom() + 1 - 52, 66, 45));
+    }
 }
 
-TEST_F(MDIChildTest, ShowsTheMemosOfTheDocument) {
-    auto child = open("5");
-    const auto& doc = child->Document();
-    ASSERT_FALSE(doc.fileMemos[0].empty());
-    EXPECT_EQ(fileMemo(*child, 0)->toPlainText().split(QLatin1Char('\n')).front().toStdString(),
-              doc.fileMemos[0].front());
-    const auto* first = cards(*child).front()->memoEditor();
-    EXPECT_EQ(first->toPlainText().toStdString(), doc.channelMemos[0].front());
-    EXPECT_FALSE(child->IsModified());
+TEST_F(MDIChildTest, OneSelectedChannelFillsOneLargeChartOrHidesItWithoutData) {
+    auto child = open(9, {"[DATA3A]"});
+    auto* combo = child->Panel1()->ComboChannel();
+    EXPECT_EQ(combo->count(), 10);
+    EXPECT_EQ(combo->itemText(3), QStringLiteral("Right"));
+    combo->setCurrentIndex(3);
+    EXPECT_EQ(VisibleCharts(*child), 1);
+    EXPECT_EQ(child->Reverb()->Chart(0)->geometry().size(), child->Reverb()->ScrollBox1()->size());
+    EXPECT_EQ(child->Reverb()->ChartTitle(0)->text(), QStringLiteral("Right"));
+    child->OnClickEQAfter();
+    EXPECT_EQ(VisibleCharts(*child), 0);
+    // In "ALL" the chart of that channel stays, drawn without points.
+    combo->setCurrentIndex(0);
+    EXPECT_EQ(VisibleCharts(*child), 9);
+    const auto& empty = child->Reverb()->Chart(2)->model();
+    for (const auto& series : empty.series) {
+        EXPECT_TRUE(series.points.empty());
+    }
+    EXPECT_EQ(child->Reverb()->Chart(1)->model().series[0].points.size(), 32u);
 }
 
-TEST_F(MDIChildTest, EditingMemosStoresThemAndMarksTheDocumentModified) {
-    auto child = open("5");
-    fileMemo(*child, 2)->setPlainText(QStringLiteral("Firmware 1.50\nafter update"));
-    EXPECT_TRUE(child->IsModified());
-    EXPECT_EQ(child->Document().fileMemos[2],
-              (std::vector<std::string>{"Firmware 1.50", "after update"}));
-    cards(*child).at(1)->memoEditor()->setPlainText(QStringLiteral("moved 20 cm left"));
-    EXPECT_EQ(child->Document().channelMemos[1], std::vector<std::string>{"moved 20 cm left"});
-
-    ASSERT_TRUE(child->Save());
-    EXPECT_FALSE(child->IsModified());
-    const auto written = sonalyx::readDocumentLines(path_.toStdString());
-    ASSERT_TRUE(written.has_value());
-    sonalyx::MeasurementDocument reread;
-    ASSERT_TRUE(sonalyx::DocumentLoader::load(reread, *written, path_.toStdString(), nullptr));
-    EXPECT_EQ(reread.fileMemos[2], child->Document().fileMemos[2]);
-    EXPECT_EQ(reread.channelMemos[1], std::vector<std::string>{"moved 20 cm left"});
-}
-
-TEST_F(MDIChildTest, GroupMemosAreEditedInPairMode) {
-    auto child = open("7");
-    child->SetPairMode(1);
-    cards(*child).front()->memoEditor()->setPlainText(QStringLiteral("fronts as a pair"));
-    EXPECT_EQ(child->Document().groupMemos[0], std::vector<std::string>{"fronts as a pair"});
-    EXPECT_TRUE(child->IsModified());
-}
-
-TEST_F(MDIChildTest, EmptySectionsSayNoData) {
+TEST_F(MDIChildTest, ADocumentWithoutReverbDataShowsOnlyNoData) {
     TMDIChild child(QStringLiteral("/x/empty.csv"), messenger_, chooser_);
+    child.resize(900, 600);
+    child.show();
     ASSERT_TRUE(child.LoadDocument({"[DATE]", "2026.01.02 03:04"}, QStringLiteral("/x/empty.csv")));
-    const auto sections = child.findChildren<QStackedWidget*>(QStringLiteral("SectionPages"));
-    for (auto* pages : sections) {
+    EXPECT_TRUE(child.Reverb()->LabelNoData()->isVisibleTo(&child));
+    EXPECT_EQ(child.Reverb()->LabelNoData()->text(), QStringLiteral("No Data"));
+    EXPECT_EQ(VisibleCharts(child), 0);
+    for (int tab : {1, 2}) {
+        auto* pages = child.PageControl()->widget(tab)->findChild<QStackedWidget*>(
+            QStringLiteral("SectionPages"));
         EXPECT_EQ(pages->currentWidget()->objectName(), QStringLiteral("LabelNoData"));
     }
-    EXPECT_EQ(sections.size(), 3);
-    EXPECT_EQ(child.findChild<QLabel*>(QStringLiteral("LabelNoData"))->text(),
-              QStringLiteral("No Data"));
 }
 
 TEST_F(MDIChildTest, AFileThatIsNotADocumentIsReportedAndShowsNothing) {
@@ -153,52 +155,150 @@ TEST_F(MDIChildTest, AFileThatIsNotADocumentIsReportedAndShowsNothing) {
     EXPECT_FALSE(child.widget()->isVisible());
 }
 
-TEST_F(MDIChildTest, ParameterRowsAreShownAsASheet) {
-    auto child = open("9");
-    auto* table = child->findChild<QTableWidget*>(QStringLiteral("ParameterTable"));
-    ASSERT_GT(table->rowCount(), 10);
-    EXPECT_EQ(table->item(0, 0)->text(), QStringLiteral("* Speaker Setting"));
-    EXPECT_EQ(table->columnSpan(0, 0), table->columnCount());
+TEST_F(MDIChildTest, MemosAreShownEditedStoredAndSaved) {
+    auto child = openCopy(5);
+    const auto& doc = child->Document();
+    ASSERT_FALSE(doc.channelMemos[0].empty());
+    EXPECT_EQ(child->Reverb()->ChannelMemo(0)->toPlainText().toStdString(),
+              doc.channelMemos[0].front());
+    EXPECT_FALSE(child->IsModified());
+    FileMemo(*child, 2)->setPlainText(QStringLiteral("Firmware 1.50\nafter update"));
+    child->Reverb()->ChannelMemo(1)->setPlainText(QStringLiteral("moved 20 cm left"));
+    EXPECT_TRUE(child->IsModified());
+    EXPECT_EQ(doc.channelMemos[1], std::vector<std::string>{"moved 20 cm left"});
+    ASSERT_TRUE(child->Save());
+    const auto written = readDocumentLines(path_.toStdString());
+    ASSERT_TRUE(written.has_value());
+    MeasurementDocument reread;
+    ASSERT_TRUE(DocumentLoader::load(reread, *written, path_.toStdString(), nullptr));
+    EXPECT_EQ(reread.fileMemos[2], (std::vector<std::string>{"Firmware 1.50", "after update"}));
+    EXPECT_EQ(reread.channelMemos[1], std::vector<std::string>{"moved 20 cm left"});
+
+    child->SetPairMode(1);
+    child->Reverb()->ChannelMemo(0)->setPlainText(QStringLiteral("fronts as a pair"));
+    EXPECT_EQ(doc.groupMemos[0], std::vector<std::string>{"fronts as a pair"});
+    EXPECT_EQ(doc.channelMemos[0], reread.channelMemos[0]);
 }
 
-TEST_F(MDIChildTest, GroupDelayGroupsAreListed) {
-    auto child = open("10");
-    auto* table = child->findChild<QTableWidget*>(QStringLiteral("GroupDelayTable"));
-    int groups = 0;
-    for (int g = 0; g < sonalyx::kMaxGroups; ++g) {
-        groups += child->Document().groupDelay.hasData[0][g] ||
-                  child->Document().groupDelay.hasData[1][g];
+TEST_F(MDIChildTest, ChFreqAndPairModeReduceTheSelectionAndRebuildTheLists) {
+    auto child = open(10);
+    auto* combo = child->Panel1()->ComboChannel();
+    combo->setCurrentIndex(3);
+    child->FreqClick();
+    EXPECT_EQ(combo->currentIndex(), 1);
+    EXPECT_EQ(combo->itemText(1), QStringLiteral("63Hz"));
+    EXPECT_EQ(combo->toolTip(), QStringLiteral("Frequency"));
+    EXPECT_EQ(child->Panel1()->LegendCaption(9), QStringLiteral("TS"));
+    combo->setCurrentIndex(0);
+    child->ChClick();
+    EXPECT_EQ(combo->currentIndex(), 0);
+    EXPECT_EQ(VisibleCharts(*child), 10);
+    child->SetPairMode(1);
+    EXPECT_EQ(combo->count(), 1 + child->Document().groupCount);
+    EXPECT_EQ(VisibleCharts(*child), child->Document().groupCount);
+    EXPECT_EQ(child->Panel1()->LegendCaption(0), QStringLiteral("63"));
+    // 2D bars along channel groups in Freq mode.
+    child->SetGraph3D(false);
+    child->FreqClick();
+    child->OnClickTimeSlice();
+    const auto& bottom = child->Reverb()->Chart(0)->model().bottom;
+    EXPECT_EQ(bottom.maximum, child->Document().groupCount);
+    EXPECT_EQ(bottom.title, QStringLiteral("Channel"));
+}
+
+TEST_F(MDIChildTest, BeforeAndAfterPickTheVariantAndIgnoreARepeatedClick) {
+    auto child = open(7);
+    const auto& doc = child->Document();
+    auto pointY = [&] { return child->Reverb()->Chart(1)->model().series[2].points[5].y; };
+    EXPECT_NEAR(pointY(), doc.reverbValues[0][1][2][5] + 58.0, 1e-4);
+    child->OnClickEQAfter();
+    EXPECT_EQ(child->ReverbVariant(), 1);
+    EXPECT_NEAR(pointY(), doc.reverbValues[1][1][2][5] + 58.0, 1e-4);
+    EXPECT_TRUE(child->Panel1()->BtnEQAfter()->isPressed());
+    EXPECT_FALSE(child->Panel1()->BtnEQBefore()->isPressed());
+    child->OnClickEQAfter();
+    EXPECT_EQ(child->ReverbVariant(), 1);
+    child->OnClickEQBefore();
+    EXPECT_NEAR(pointY(), doc.reverbValues[0][1][2][5] + 58.0, 1e-4);
+}
+
+TEST_F(MDIChildTest, TrackbarsDriveTheChartViews) {
+    auto child = open(9);
+    auto* panel = child->Panel1();
+    auto charts = child->TargetCharts();
+    ASSERT_EQ(charts.size(), 15);
+    panel->TrackBar(Track::Zoom)->setValue(19);
+    panel->TrackBar(Track::Move)->setValue(0);
+    for (auto* chart : charts) {
+        EXPECT_DOUBLE_EQ(chart->model().left.minimum, 75.5);
+        EXPECT_DOUBLE_EQ(chart->model().left.maximum, 80.5);
+        EXPECT_DOUBLE_EQ(chart->model().left.increment, 0.5);
     }
-    ASSERT_GT(groups, 0);
-    EXPECT_EQ(table->rowCount(), groups);
-    EXPECT_EQ(table->item(0, 0)->text(), QStringLiteral("Front"));
-    EXPECT_TRUE(table->item(0, 1)->text().endsWith(QStringLiteral(" ms")));
+    panel->TrackBar(Track::Elevation)->setValue(90);
+    panel->TrackBar(Track::Rotation)->setValue(0);
+    EXPECT_EQ(charts.back()->model().view.elevation, 270);
+    EXPECT_EQ(charts.back()->model().view.rotation, 360);
+    EXPECT_EQ(panel->EditElevation()->text(), QStringLiteral("90"));
+    child->SetGraph3D(false);
+    EXPECT_FALSE(panel->TrackBar(Track::Elevation)->isEnabled());
+    EXPECT_FALSE(charts.front()->model().view.enabled);
+    panel->TrackBar(Track::Rotation)->setValue(20);
+    EXPECT_EQ(charts.front()->model().view.rotation, 340);
+    EXPECT_EQ(panel->EditRotation()->text(), QStringLiteral("0"));
 }
 
-TEST_F(MDIChildTest, CloseQueryFollowsTheAnswer) {
-    auto child = open("5");
-    fileMemo(*child, 0)->appendPlainText(QStringLiteral("x"));
-    messenger_.answers = {Answer::Cancel, Answer::No};
-    EXPECT_FALSE(child->CloseQuery());
-    EXPECT_TRUE(child->CloseQuery());
-    EXPECT_EQ(messenger_.said, (std::vector<std::string>{"Save changes to doc.csv ?|",
-                                                         "Save changes to doc.csv ?|"}));
+TEST_F(MDIChildTest, TimeSliceLabelsAndBarMode) {
+    auto child = open(9, {}, QSize(1000, 700));
+    auto* panel = child->Panel1();
+    QSlider* slice = panel->TrackBar(Track::TimeSlice);
+    EXPECT_EQ(slice->maximum(), 31);
+    EXPECT_TRUE(panel->PanelLegend()->isVisibleTo(panel));
+    slice->setValue(4);
+    EXPECT_EQ(panel->EditTimeSlice()->text(), QStringLiteral("20-25msec"));
+    EXPECT_EQ(child->Reverb()->Chart(0)->model().series[0].kind, chart::SeriesKind::Line);
+
+    child->OnClickTimeSlice();
+    EXPECT_TRUE(child->BarMode());
+    EXPECT_FALSE(panel->PanelLegend()->isVisibleTo(panel));
+    EXPECT_TRUE(slice->isVisibleTo(panel));
+    EXPECT_EQ(slice->toolTip(), QStringLiteral("Time Position"));
+    const auto& bar = child->Reverb()->Chart(0)->model().series[0];
+    EXPECT_EQ(bar.kind, chart::SeriesKind::Bar);
+    EXPECT_NEAR(bar.points.at(0).y, child->Document().reverbValues[0][0][0][4] + 58.0, 1e-4);
+
+    child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
+    EXPECT_EQ(slice->maximum(), 63);
+    EXPECT_EQ(panel->Perspective()->value(), 30);
+    EXPECT_EQ(slice->toolTip(), QStringLiteral("Frequency"));
+    slice->setValue(23);
+    EXPECT_EQ(panel->EditTimeSlice()->text(), QStringLiteral("0.999-1.074kHz"));
+    child->PageControl()->setCurrentIndex(TMDIChild::kReverbTab);
+    EXPECT_EQ(slice->value(), 23);
+    EXPECT_EQ(panel->Perspective()->value(), 25);
+
+    child->OnClickTimeSlice();
+    EXPECT_FALSE(slice->isVisibleTo(panel));
+    EXPECT_TRUE(panel->PanelLegend()->isVisibleTo(panel));
+    child->resize(1000, 380);
+    QApplication::processEvents();
+    EXPECT_LT(panel->height(), ViewControls::kLegendMinHeight);
+    EXPECT_FALSE(panel->PanelLegend()->isVisibleTo(panel));
 }
 
-TEST_F(MDIChildTest, SavingNewDataUnderANameRenamesTheWindowAndReportsThePath) {
-    TMDIChild child(QStringLiteral("New Data"), messenger_, chooser_);
-    ASSERT_TRUE(child.LoadDocument(sampleLines("11"), QStringLiteral("New Data")));
-    EXPECT_TRUE(child.IsModified());
-    const QString target = folder_.filePath(QStringLiteral("saved.csv"));
-    chooser_.path = target.toStdString();
-    QStringList reported;
-    QObject::connect(&child, &TMDIChild::SavedAs, [&](const QString& p) { reported.append(p); });
-    messenger_.answers = {Answer::Yes};
-    EXPECT_TRUE(child.CloseQuery());
-    EXPECT_EQ(messenger_.said, std::vector<std::string>{"Save New Data ?|"});
-    EXPECT_EQ(reported, QStringList{target});
-    EXPECT_EQ(child.windowTitle(), target);
-    EXPECT_TRUE(QFile::exists(target));
+TEST_F(MDIChildTest, WheelAndArrowKeysScrollTheChartsBy32) {
+    auto child = open(10, {}, QSize(1000, 500));
+    QScrollBar* bar = child->Reverb()->ScrollBox1()->verticalScrollBar();
+    ASSERT_GT(bar->maximum(), 64);
+    child->OnMouseWheelDown();
+    EXPECT_EQ(bar->value(), 32);
+    QTest::keyClick(child.get(), Qt::Key_Down);
+    EXPECT_EQ(bar->value(), 64);
+    child->OnMouseWheelUp();
+    EXPECT_EQ(bar->value(), 32);
+    child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
+    child->OnMouseWheelDown();
+    child->PageControl()->setCurrentIndex(TMDIChild::kReverbTab);
+    EXPECT_EQ(bar->value(), 32);
 }
 
 TEST_F(MDIChildTest, DemoRotationSwingsAndPausesAtTheEnds) {
@@ -213,9 +313,47 @@ TEST_F(MDIChildTest, DemoRotationSwingsAndPausesAtTheEnds) {
     EXPECT_TRUE(child.RotateBackward());
     child.DemoRotateStep();
     EXPECT_EQ(child.RotationPosition(), 89);
+    EXPECT_EQ(child.Reverb()->Chart(14)->model().view.rotation, 271);
     child.SetGraph3D(false);
     child.DemoRotateStep();
     EXPECT_EQ(child.RotationPosition(), 89);
 }
 
+TEST_F(MDIChildTest, CloseQueryFollowsTheAnswer) {
+    auto child = openCopy(5);
+    FileMemo(*child, 0)->appendPlainText(QStringLiteral("x"));
+    messenger_.answers = {Answer::Cancel, Answer::No};
+    EXPECT_FALSE(child->CloseQuery());
+    EXPECT_TRUE(child->CloseQuery());
+    EXPECT_EQ(messenger_.said, (std::vector<std::string>{"Save changes to doc.csv ?|",
+                                                         "Save changes to doc.csv ?|"}));
+}
+
+TEST_F(MDIChildTest, SavingNewDataUnderANameRenamesTheWindowAndReportsThePath) {
+    TMDIChild child(QStringLiteral("New Data"), messenger_, chooser_);
+    ASSERT_TRUE(child.LoadDocument(sampleLines(11), QStringLiteral("New Data")));
+    EXPECT_TRUE(child.IsModified());
+    const QString target = folder_.filePath(QStringLiteral("saved.csv"));
+    chooser_.path = target.toStdString();
+    QStringList reported;
+    QObject::connect(&child, &TMDIChild::SavedAs, [&](const QString& p) { reported.append(p); });
+    messenger_.answers = {Answer::Yes};
+    EXPECT_TRUE(child.CloseQuery());
+    EXPECT_EQ(messenger_.said, std::vector<std::string>{"Save New Data ?|"});
+    EXPECT_EQ(reported, QStringList{target});
+    EXPECT_EQ(child.windowTitle(), target);
+    EXPECT_TRUE(QFile::exists(target));
+}
+
+TEST_F(MDIChildTest, ParameterRowsAndGroupDelayGroupsAreShown) {
+    auto child = open(10);
+    auto* table = child->findChild<QTableWidget*>(QStringLiteral("ParameterTable"));
+    ASSERT_GT(table->rowCount(), 10);
+    EXPECT_EQ(table->item(0, 0)->text(), QStringLiteral("* Speaker Setting"));
+    auto* groups = child->findChild<QTableWidget*>(QStringLiteral("GroupDelayTable"));
+    ASSERT_GT(groups->rowCount(), 0);
+    EXPECT_EQ(groups->item(0, 0)->text(), QStringLiteral("Front"));
+}
+
 }  // namespace
+}  // namespace sonalyx::test

@@ -1,0 +1,465 @@
+// The view controls of the document window: selectors, trackbars, step buttons, scrolling.
+#include <QAbstractScrollArea>
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSlider>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QTimer>
+#include <QWheelEvent>
+
+#include "views/chart/chart_widget.h"
+#include "views/mdi_child.h"
+#include "views/panel_button.h"
+#include "views/reverb_view.h"
+#include "views/step_button.h"
+
+using sonalyx::Step;
+using sonalyx::Track;
+
+namespace {
+
+constexpr int kRepeatFirstMs = 500;
+constexpr int kRepeatNextMs = 60;
+constexpr int kScrollStep = 32;
+constexpr int kReverbPerspective = 25;
+constexpr int kGroupDelayPerspective = 30;
+constexpr int kReverbSliceMax = 31;
+constexpr int kGroupDelaySliceMax = 63;
+constexpr int kDefaultElevation = 12;
+constexpr int kDefaultRotation = 50;
+
+}  // namespace
+
+void TMDIChild::ConnectControls() {
+    auto* p = panel1_;
+    const auto onChange = [this](Track track, void (TMDIChild::*apply)()) {
+        QSlider* slider = panel1_->TrackBar(track);
+        connect(slider, &QSlider::valueChanged, this, apply);
+        slider->installEventFilter(this);
+    };
+    onChange(Track::Zoom, &TMDIChild::S_Zoom);
+    onChange(Track::Move, &TMDIChild::S_Move);
+    onChange(Track::Elevation, &TMDIChild::S_Elevation);
+    onChange(Track::Rotation, &TMDIChild::S_Rotation);
+    onChange(Track::TimeSlice, &TMDIChild::S_TimeSlice);
+    connect(p->Perspective(), &QScrollBar::valueChanged, this, &TMDIChild::S_Perspective);
+    for (int i = 0; i < sonalyx::kStepCount; ++i) {
+        const auto step = static_cast<Step>(i);
+        sonalyx::StepButton* button = p->StepButtonOf(step);
+        connect(button, &sonalyx::StepButton::mouseDown, this,
+                [this, step] { StepMouseDown(step); });
+        connect(button, &sonalyx::StepButton::mouseUp, this, &TMDIChild::StepMouseUp);
+        connect(button, &sonalyx::StepButton::mouseLeave, this, &TMDIChild::StepMouseUp);
+        connect(button, &QToolButton::clicked, this, [this, step] { PerformStep(step); });
+    }
+    connect(p->BtnTimeSlice(), &sonalyx::PanelButton::clicked, this, &TMDIChild::OnClickTimeSlice);
+    connect(p->BtnEQBefore(), &sonalyx::PanelButton::clicked, this, &TMDIChild::OnClickEQBefore);
+    connect(p->BtnEQAfter(), &sonalyx::PanelButton::clicked, this, &TMDIChild::OnClickEQAfter);
+    connect(p->Ch(), &sonalyx::PanelButton::clicked, this, &TMDIChild::ChClick);
+    connect(p->Freq(), &sonalyx::PanelButton::clicked, this, &TMDIChild::FreqClick);
+    connect(p->ComboChannel(), &QComboBox::currentIndexChanged, this,
+            &TMDIChild::ComboChannelChange);
+    for (QLabel* edit : {p->EditElevation(), p->EditRotation()}) {
+        edit->installEventFilter(this);
+    }
+    reverbView_->ScrollBox1()->viewport()->installEventFilter(this);
+}
+
+sonalyx::ReverbSelection TMDIChild::Selection() const {
+    sonalyx::ReverbSelection selection;
+    selection.chFreq = ChFreqMode();
+    selection.pairMode = pairMode_;
+    selection.variant = reverbVariant_;
+    selection.barMode = BarMode_;
+    selection.view3D = graph3D_;
+    selection.timeSlice = panel1_->TrackBar(Track::TimeSlice)->value();
+    return selection;
+}
+
+int TMDIChild::ChFreqMode() const {
+    return panel1_->RadioGroup1()->checkedId() == 1 ? 1 : 0;
+}
+
+int TMDIChild::RotationPosition() const {
+    return panel1_->TrackBar(Track::Rotation)->value();
+}
+
+QList<sonalyx::chart::ChartWidget*> TMDIChild::TargetCharts() const {
+    QList<sonalyx::chart::ChartWidget*> charts;
+    if (pageControl_->currentIndex() == kReverbTab) {
+        for (int i = 0; i < sonalyx::ReverbView::kCharts; ++i) {
+            charts.append(reverbView_->Chart(i));
+        }
+    } else if (auto* chart101 =
+                   findChild<sonalyx::chart::ChartWidget*>(QStringLiteral("Chart101"))) {
+        charts.append(chart101);
+    }
+    return charts;
+}
+
+void TMDIChild::RepaintCharts() {
+    for (auto* chart : TargetCharts()) {
+        chart->update();
+    }
+}
+
+void TMDIChild::RefreshSelectors() {
+    const sonalyx::ReverbFiller filler(document_, Selection());
+    QComboBox* combo = panel1_->ComboChannel();
+    const QSignalBlocker block(combo);
+    combo->clear();
+    combo->addItems(filler.ComboItems());
+    combo->setCurrentIndex(std::clamp(selectedChannel_, 0, combo->count() - 1));
+    selectedChannel_ = combo->currentIndex();
+}
+
+void TMDIChild::S_Zoom() {
+    const auto targets = TargetCharts();
+    if (targets.isEmpty()) {
+        return;
+    }
+    const int zoom = panel1_->TrackBar(Track::Zoom)->value();
+    if (pageControl_->currentIndex() == kReverbTab) {
+        const auto& left = targets.front()->model().left;
+        const auto range = sonalyx::view_axis::ReverbZoom(zoom, left.minimum, left.maximum);
+        for (auto* chart : targets) {
+            auto& axis = chart->model().left;
+            axis.maximum = range.maximum;
+            axis.minimum = range.minimum;
+            axis.increment = range.increment;
+        }
+    } else {
+        const int move = panel1_->TrackBar(Track::Move)->value();
+        const auto range = sonalyx::view_axis::GroupDelayZoom(zoom, move, groupDelayAxis_);
+        for (auto* chart : targets) {
+            auto& model = chart->model();
+            model.left.minimum = range.minimum;
+            model.left.maximum = range.maximum;
+            model.left.increment = range.increment;
+            for (auto& series : model.series) {
+                if (series.kind == sonalyx::chart::SeriesKind::Bar) {
+                    series.origin = range.minimum;
+                }
+            }
+        }
+    }
+    RepaintCharts();
+}
+
+void TMDIChild::S_Move() {
+    const auto targets = TargetCharts();
+    if (targets.isEmpty()) {
+        return;
+    }
+    const int move = panel1_->TrackBar(Track::Move)->value();
+    const double increment = targets.front()->model().left.increment;
+    const bool reverb = pageControl_->currentIndex() == kReverbTab;
+    const auto range = reverb
+                           ? sonalyx::view_axis::ReverbMove(move, increment)
+                           : sonalyx::view_axis::GroupDelayMove(move, increment, groupDelayAxis_);
+    for (auto* chart : targets) {
+        auto& model = chart->model();
+        model.left.minimum = range.minimum;
+        model.left.maximum = range.maximum;
+        for (auto& series : model.series) {
+            if (series.kind == sonalyx::chart::SeriesKind::Bar) {
+                series.origin = range.minimum;
+            }
+        }
+    }
+    RepaintCharts();
+}
+
+void TMDIChild::S_Elevation() {
+    QSlider* track = panel1_->TrackBar(Track::Elevation);
+    const auto targets = TargetCharts();
+    if (!track->isEnabled() || targets.isEmpty()) {
+        return;
+    }
+    for (auto* chart : targets) {
+        chart->model().view.orthogonal = false;
+        chart->model().view.elevation = 360 - track->value();
+    }
+    if (targets.back()->model().view.enabled) {
+        panel1_->EditElevation()->setText(QString::number(track->value()));
+        RepaintCharts();
+    }
+}
+
+void TMDIChild::S_Rotation() {
+    QSlider* track = panel1_->TrackBar(Track::Rotation);
+    const auto targets = TargetCharts();
+    if (targets.isEmpty()) {
+        return;
+    }
+    for (auto* chart : targets) {
+        chart->model().view.orthogonal = false;
+        chart->model().view.rotation = 360 - track->value();
+    }
+    if (targets.back()->model().view.enabled) {
+        panel1_->EditRotation()->setText(QString::number(track->value()));
+    }
+    RepaintCharts();
+}
+
+void TMDIChild::S_Perspective() {
+    QScrollBar* bar = panel1_->Perspective();
+    if (!bar->isEnabled()) {
+        return;
+    }
+    for (auto* chart : TargetCharts()) {
+        chart->model().view.orthogonal = false;
+        chart->model().view.perspective = bar->value();
+    }
+    panel1_->EditPerspective()->setText(QString::number(bar->value()));
+}
+
+void TMDIChild::S_TimeSlice() {
+    const int position = panel1_->TrackBar(Track::TimeSlice)->value();
+    panel1_->EditTimeSlice()->setText(pageControl_->currentIndex() == kReverbTab
+                                          ? sonalyx::view_axis::ReverbTimeSliceCaption(position)
+                                          : sonalyx::view_axis::GroupDelayBandCaption(position));
+    if (BarMode_) {
+        RebuildCharts(false);
+    }
+}
+
+void TMDIChild::SwitchBarMode(bool on) {
+    panel1_->SwitchBarMode(
+        on, pageControl_->currentIndex() == kReverbTab ? tr("Time Position") : tr("Frequency"));
+}
+
+void TMDIChild::OnClickTimeSlice() {
+    BarMode_ = !BarMode_;
+    SwitchBarMode(BarMode_);
+    RebuildCharts(false);
+}
+
+void TMDIChild::ApplyPressedLook() {
+    const int variant =
+        pageControl_->currentIndex() == kGroupDelayTab ? groupDelayVariant_ : reverbVariant_;
+    panel1_->BtnEQBefore()->setPressed(variant == 0);
+    panel1_->BtnEQAfter()->setPressed(variant == 1);
+    panel1_->Ch()->setPressed(ChFreqMode() == 0);
+    panel1_->Freq()->setPressed(ChFreqMode() == 1);
+}
+
+void TMDIChild::OnClickEQBefore() {
+    if (panel1_->BtnEQBefore()->isPressed()) {
+        return;
+    }
+    (pageControl_->currentIndex() == kGroupDelayTab ? groupDelayVariant_ : reverbVariant_) = 0;
+    ApplyPressedLook();
+    RebuildCharts(false);
+}
+
+void TMDIChild::OnClickEQAfter() {
+    if (panel1_->BtnEQAfter()->isPressed()) {
+        return;
+    }
+    (pageControl_->currentIndex() == kGroupDelayTab ? groupDelayVariant_ : reverbVariant_) = 1;
+    ApplyPressedLook();
+    RebuildCharts(false);
+}
+
+void TMDIChild::ChClick() {
+    if (ChFreqMode() == 0) {
+        return;
+    }
+    panel1_->RadioGroup1()->button(0)->setChecked(true);
+    ApplyPressedLook();
+    RadioGroup1Click();
+    panel1_->ComboChannel()->setToolTip(tr("Channel"));
+}
+
+void TMDIChild::FreqClick() {
+    if (ChFreqMode() == 1) {
+        return;
+    }
+    panel1_->RadioGroup1()->button(1)->setChecked(true);
+    ApplyPressedLook();
+    RadioGroup1Click();
+    panel1_->ComboChannel()->setToolTip(tr("Frequency"));
+}
+
+void TMDIChild::RadioGroup1Click() {
+    // A chosen entry becomes the first one of the new list; "ALL" stays "ALL".
+    selectedChannel_ = selectedChannel_ == 0 ? 0 : 1;
+    RefreshSelectors();
+    RebuildCharts(false);
+}
+
+void TMDIChild::SetPairMode(int mode) {
+    pairMode_ = mode == 0 ? 0 : 1;
+    RadioGroup1Click();
+}
+
+void TMDIChild::ComboChannelChange(int index) {
+    selectedChannel_ = std::max(index, 0);
+    RebuildCharts(false);
+}
+
+void TMDIChild::SetGraph3D(bool on) {
+    graph3D_ = on;
+    const Track turning[] = {Track::Elevation, Track::Rotation};
+    for (const Track track : turning) {
+        panel1_->TrackBar(track)->setEnabled(on);
+        const int down = static_cast<int>(track) * 2;
+        panel1_->StepButtonOf(static_cast<Step>(down))->setEnabled(on);
+        panel1_->StepButtonOf(static_cast<Step>(down + 1))->setEnabled(on);
+    }
+    RebuildCharts(false);
+    if (on) {
+        S_Elevation();
+        S_Rotation();
+    }
+}
+
+void TMDIChild::OnChangeTab() {
+    const bool reverb = pageControl_->currentIndex() == kReverbTab;
+    RebuildCharts(false);
+    QSlider* slice = panel1_->TrackBar(Track::TimeSlice);
+    slice->setMaximum(reverb ? kReverbSliceMax : kGroupDelaySliceMax);
+    panel1_->Perspective()->setValue(reverb ? kReverbPerspective : kGroupDelayPerspective);
+    S_Perspective();
+    ApplyPressedLook();
+    SwitchBarMode(BarMode_);
+    S_TimeSlice();
+    if (pageControl_->currentIndex() == kGroupDelayTab) {
+        S_Zoom();
+        S_Move();
+    }
+}
+
+void TMDIChild::DemoRotateStep() {
+    QSlider* track = panel1_->TrackBar(Track::Rotation);
+    if (track->isHidden() || !graph3D_) {
+        return;
+    }
+    if (RotateBackward_) {
+        if (track->value() <= track->minimum()) {
+            RotateBackward_ = false;
+            return;
+        }
+        track->setValue(track->value() - 1);
+    } else {
+        if (track->value() >= track->maximum()) {
+            RotateBackward_ = true;
+            return;
+        }
+        track->setValue(track->value() + 1);
+    }
+}
+
+void TMDIChild::PerformStep(Step step) {
+    QSlider* track = panel1_->TrackBar(sonalyx::TrackOf(step));
+    const int delta = sonalyx::DeltaOf(step);
+    if ((delta < 0 && track->value() > track->minimum()) ||
+        (delta > 0 && track->value() < track->maximum())) {
+        track->setValue(track->value() + delta);
+    }
+}
+
+void TMDIChild::StepMouseDown(Step step) {
+    PerformStep(step);
+    RepeatStep_ = step;
+    panel1_->TrackBar(sonalyx::TrackOf(step))->setFocus(Qt::MouseFocusReason);
+    timer1_->setInterval(kRepeatFirstMs);
+    timer1_->start();
+}
+
+void TMDIChild::StepMouseUp() {
+    RepeatStep_.reset();
+    timer1_->stop();
+}
+
+void TMDIChild::Timer1Timer() {
+    if (RepeatStep_) {
+        PerformStep(*RepeatStep_);
+    }
+    timer1_->setInterval(kRepeatNextMs);
+}
+
+QAbstractScrollArea* TMDIChild::ScrollBoxOfTab() const {
+    switch (pageControl_->currentIndex()) {
+        case kReverbTab:
+            return reverbView_->ScrollBox1();
+        case kParametersTab:
+            return parameterTable_;
+        default:
+            return nullptr;
+    }
+}
+
+void TMDIChild::ScrollBy(int dx, int dy) {
+    if (QAbstractScrollArea* box = ScrollBoxOfTab()) {
+        box->horizontalScrollBar()->setValue(box->horizontalScrollBar()->value() + dx);
+        box->verticalScrollBar()->setValue(box->verticalScrollBar()->value() + dy);
+    }
+}
+
+void TMDIChild::OnMouseWheelDown() {
+    ScrollBy(0, kScrollStep);
+}
+
+void TMDIChild::OnMouseWheelUp() {
+    ScrollBy(0, -kScrollStep);
+}
+
+void TMDIChild::OnKeyDownForm(int key) {
+    switch (key) {
+        case Qt::Key_Down:
+            ScrollBy(0, kScrollStep);
+            break;
+        case Qt::Key_Up:
+            ScrollBy(0, -kScrollStep);
+            break;
+        case Qt::Key_Right:
+            ScrollBy(kScrollStep, 0);
+            break;
+        case Qt::Key_Left:
+            ScrollBy(-kScrollStep, 0);
+            break;
+        default:
+            break;
+    }
+}
+
+void TMDIChild::keyPressEvent(QKeyEvent* event) {
+    OnKeyDownForm(event->key());
+    QMdiSubWindow::keyPressEvent(event);
+}
+
+void TMDIChild::wheelEvent(QWheelEvent* event) {
+    event->angleDelta().y() < 0 ? OnMouseWheelDown() : OnMouseWheelUp();
+    event->accept();
+}
+
+bool TMDIChild::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusIn && qobject_cast<QSlider*>(watched) != nullptr) {
+        // No trackbar keeps the keyboard: the arrow keys belong to the document's scrolling,
+        // which the frame does for keys its content leaves alone.
+        content_->setFocus(Qt::OtherFocusReason);
+        return false;
+    }
+    if (event->type() == QEvent::Wheel && watched == reverbView_->ScrollBox1()->viewport()) {
+        static_cast<QWheelEvent*>(event)->angleDelta().y() < 0 ? OnMouseWheelDown()
+                                                               : OnMouseWheelUp();
+        return true;
+    }
+    if (event->type() == QEvent::MouseButtonRelease) {
+        if (watched == panel1_->EditElevation() &&
+            panel1_->TrackBar(Track::Elevation)->isEnabled()) {
+            panel1_->TrackBar(Track::Elevation)->setValue(kDefaultElevation);
+        } else if (watched == panel1_->EditRotation() &&
+                   panel1_->TrackBar(Track::Rotation)->isEnabled()) {
+            panel1_->TrackBar(Track::Rotation)->setValue(kDefaultRotation);
+        }
+    }
+    return QMdiSubWindow::eventFilter(watched, event);
+}

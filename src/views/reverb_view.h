@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QWidget>
+#include <array>
+
+#include "document/measurement_document.h"
+#include "views/chart/chart_widget.h"
+#include "views/reverb_filler.h"
+
+class QLabel;
+class QPlainTextEdit;
+class QScrollArea;
+
+namespace sonalyx {
+
+// The Reverb tab's charts: Chart1 ... Chart15 in ScrollBox1, each with its title and its
+// channel memo over the lower left corner, and LabelNoData for a document without reverb
+// data. The document window tells it what to show; it lays the charts out and fills them.
+class ReverbView : public QWidget {
+    Q_OBJECT
+
+  public:
+    static constexpr int kCharts = 15;
+
+    ReverbView(MeasurementDocument& document, QWidget* parent = nullptr);
+
+    chart::ChartWidget* Chart(int index) const { return charts_.at(index); }
+    QScrollArea* ScrollBox1() const { return scrollBox1_; }
+    QLabel* LabelNoData() const { return labelNoData_; }
+    QPlainTextEdit* ChannelMemo(int index) const { return memos_.at(index); }
+    QLabel* ChartTitle(int index) const { return titles_.at(index); }
+    const Swatches& LegendSwatches() const { return swatches_; }
+
+    // Redraws every chart for the selection; comboIndex 0 is "ALL", k the k-th entry.
+    void RebuildCharts(const ReverbSelection& selection, int comboIndex);
+    // Sizes and places the charts: one large chart, or count charts in rows of three.
+    void LayoutCharts(bool allCharts, int count);
+    // Ch-mode line fill of chart index with the item of the current list.
+    void FillLineChart(int chart, int item, bool hasData, bool allCharts);
+    void FillLineChartByBand(int chart, int band);
+    void FillBarChart(int chart, int item, bool hasData, bool allCharts);
+    void FillBarChartByBand(int chart, int band);
+    // The layout again at the current size, after the scroll box was resized.
+    void Relayout();
+
+  signals:
+    // A channel or group memo was edited; the document already holds the new text.
+    void MemoEdited();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void InitChartDesign(chart::ChartModel& model, int index);
+    void ShowChart(int chart, bool visible);
+    void ShowMemo(int chart, int item, bool visible);
+    void ShowBandTitle(int chart, int band);
+    void PlaceOverlays(int chart);
+    void StoreMemo(int chart);
+
+    MeasurementDocument& document_;
+    ReverbSelection selection_;
+    QScrollArea* scrollBox1_ = nullptr;
+    QWidget* content_ = nullptr;
+    QLabel* labelNoData_ = nullptr;
+    std::array<chart::ChartWidget*, kCharts> charts_{};
+    std::array<QLabel*, kCharts> titles_{};
+    std::array<QPlainTextEdit*, kCharts> memos_{};
+    std::array<int, kCharts> memoItems_{};
+    Swatches swatches_{};
+    bool allCharts_ = true;
+    int layoutCount_ = 0;
+    bool filling_ = false;
+};
+
+}  // namespace sonalyx

@@ -1,0 +1,228 @@
+#include "views/view_export.h"
+
+#include <QComboBox>
+#include <QFileInfo>
+#include <QLabel>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPlainTextEdit>
+#include <QSaveFile>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSlider>
+#include <QSvgGenerator>
+#include <QTabWidget>
+
+#include "views/chart/chart_json.h"
+#include "views/chart/chart_widget.h"
+#include "views/chart/json_writer.h"
+#include "views/mdi_child.h"
+#include "views/reverb_view.h"
+
+namespace sonalyx {
+
+namespace {
+
+constexpr int kLegendStripHeight = 26;
+const char* const kTabNames[] = {"reverb", "groupdelay", "parameters"};
+
+// The widget whose rectangle the charts of the current tab are seen through.
+const QWidget* ChartArea(const TMDIChild& window) {
+    if (window.PageControl()->currentIndex() == TMDIChild::kReverbTab) {
+        return window.Reverb()->ScrollBox1()->viewport();
+    }
+    return window.PageControl()->currentWidget();
+}
+
+}  // namespace
+
+ViewExport::ViewExport(const TMDIChild& window) : window_(window) {}
+
+bool ViewExport::IsKnownSuffix(const QString& suffix) {
+    static const QStringList known = {QStringLiteral("png"), QStringLiteral("svg"),
+                                      QStringLiteral("pdf"), QStringLiteral("json")};
+    return known.contains(suffix.toLower());
+}
+
+QImage ViewExport::Grab() const {
+    return const_cast<TMDIChild&>(window_).grab().toImage();
+}
+
+QRect ViewExport::ChartArea() const {
+    return QRect(QPoint(0, 0), sonalyx::ChartArea(window_)->size());
+}
+
+QSize ViewExport::VectorPageSize() const {
+    const QRect area = ChartArea();
+    return {area.width(), area.height() + kLegendStripHeight};
+}
+
+void ViewExport::PaintVector(QPainter& painter) const {
+    const QWidget* areaWidget = sonalyx::ChartArea(window_);
+    const QRect area = ChartArea();
+    painter.fillRect(QRect(QPoint(0, 0), VectorPageSize()), Qt::black);
+    painter.save();
+    painter.setClipRect(area);
+    for (const auto* chart : window_.TargetCharts()) {
+        if (!chart->isVisibleTo(&window_)) {
+            continue;
+        }
+        const QRect rect(chart->mapTo(areaWidget, QPoint(0, 0)), chart->size());
+        if (rect.intersects(area)) {
+            chart->paint(painter, QRectF(rect));
+        }
+    }
+    // The chart titles and channel memos that stand over the charts.
+    for (const auto* label : areaWidget->findChildren<QLabel*>()) {
+        if (label->objectName().startsWith(QStringLiteral("ChartTitle")) &&
+            label->isVisibleTo(&window_)) {
+            painter.setPen(QColor(232, 234, 238));
+            painter.setFont(label->font());
+            painter.drawText(QRect(label->mapTo(areaWidget, QPoint(0, 0)), label->size()),
+                             Qt::AlignLeft | Qt::AlignVCenter, label->text());
+        }
+    }
+    for (const auto* memo : areaWidget->findChildren<QPlainTextEdit*>()) {
+        if (!memo->isVisibleTo(&window_)) {
+            continue;
+        }
+        const QRect rect(memo->mapTo(areaWidget, QPoint(0, 0)), memo->size());
+        painter.setPen(QColor(75, 82, 94));
+        painter.setBrush(QColor(24, 26, 30));
+        painter.drawRect(rect.adjusted(0, 0, -1, -1));
+        painter.setPen(QColor(232, 234, 238));
+        QFont font = memo->font();
+        font.setPointSizeF(7);
+        painter.setFont(font);
+        painter.drawText(rect.adjusted(3, 2, -3, -2),
+                         Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, memo->toPlainText());
+    }
+    painter.restore();
+    PaintLegendStrip(painter, QRect(0, area.height(), area.width(), kLegendStripHeight));
+}
+
+void ViewExport::PaintLegendStrip(QPainter& painter, const QRect& strip) const {
+    painter.fillRect(strip, QColor(32, 35, 41));
+    const ViewControls* panel = window_.Panel1();
+    QFont font = painter.font();
+    font.setPointSizeF(8);
+    painter.setFont(font);
+    int x = strip.left() + 8;
+    for (int i = 0; i < kLegendEntries; ++i) {
+        const QString caption = panel->LegendCaption(i);
+        if (caption.isEmpty()) {
+            continue;
+        }
+        const QRect swatch(x, strip.center().y() - 5, 16, 10);
+        painter.fillRect(swatch, panel->LegendColour(i));
+        painter.setPen(QColor(201, 206, 214));
+        const int width = painter.fontMetrics().horizontalAdvance(caption);
+        painter.drawText(QRect(x + 20, strip.top(), width + 4, strip.height()),
+                         Qt::AlignLeft | Qt::AlignVCenter, caption);
+        x += 20 + width + 14;
+    }
+}
+
+void ViewExport::WriteTabJson(chart::JsonWriter& json) const {
+    const ViewControls* panel = window_.Panel1();
+    const int tab = window_.PageControl()->currentIndex();
+    const QWidget* page = window_.PageControl()->currentWidget();
+    bool noData = false;
+    for (const auto* label : page->findChildren<QLabel*>(QStringLiteral("LabelNoData"))) {
+        noData = noData || label->isVisibleTo(page);
+    }
+    json.beginObject();
+    json.key("tab").value(kTabNames[std::clamp(tab, 0, 2)]);
+    json.key("window").beginArray(chart::JsonWriter::Layout::Inline);
+    json.value(window_.width()).value(window_.height()).endArray();
+    json.key("noData").value(noData);
+    json.key("barMode").value(window_.BarMode());
+    const QComboBox* combo = panel->ComboChannel();
+    json.key("comboChannel").beginObject(chart::JsonWriter::Layout::Inline);
+    json.key("items").beginArray(chart::JsonWriter::Layout::Inline);
+    for (int i = 0; i < combo->count(); ++i) {
+        json.value(combo->itemText(i));
+    }
+    json.endArray();
+    json.key("index").value(combo->currentIndex());
+    json.endObject();
+    json.key("controls").beginObject(chart::JsonWriter::Layout::Inline);
+    json.key("zoom").value(panel->TrackBar(Track::Zoom)->value());
+    json.key("move").value(panel->TrackBar(Track::Move)->value());
+    json.key("elevation").value(panel->TrackBar(Track::Elevation)->value());
+    json.key("rotation").value(panel->TrackBar(Track::Rotation)->value());
+    json.key("timeSlice").value(panel->TrackBar(Track::TimeSlice)->value());
+    json.key("perspective").value(panel->Perspective()->value());
+    json.endObject();
+    json.key("timeSlice").value(panel->EditTimeSlice()->text());
+    json.key("legend").beginArray();
+    for (int i = 0; i < kLegendEntries; ++i) {
+        json.beginObject(chart::JsonWriter::Layout::Inline);
+        json.key("caption").value(panel->LegendCaption(i));
+        json.key("colour").colour(panel->LegendColour(i));
+        json.endObject();
+    }
+    json.endArray();
+    json.key("charts").beginArray();
+    for (const auto* chart : window_.TargetCharts()) {
+        // Where the chart sits in what it scrolls with: the scroll box's content on the
+        // Reverb tab.
+        chart::writeChartJson(json, chart->model(), chart->geometry());
+    }
+    json.endArray();
+    json.endObject();
+}
+
+std::string ViewExport::TabJson() const {
+    chart::JsonWriter json;
+    WriteTabJson(json);
+    return json.text();
+}
+
+bool ViewExport::Save(const QString& path, QString& error) const {
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (!IsKnownSuffix(suffix)) {
+        error = QStringLiteral("Unknown output format: %1").arg(path);
+        return false;
+    }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        error = QStringLiteral("Can't write %1: %2").arg(path, file.errorString());
+        return false;
+    }
+    bool written = true;
+    if (suffix == QLatin1String("png")) {
+        written = Grab().save(&file, "PNG");
+    } else if (suffix == QLatin1String("json")) {
+        const std::string text = TabJson();
+        written = file.write(text.data(), static_cast<qint64>(text.size())) ==
+                  static_cast<qint64>(text.size());
+    } else if (suffix == QLatin1String("svg")) {
+        QSvgGenerator svg;
+        svg.setOutputDevice(&file);
+        svg.setSize(VectorPageSize());
+        svg.setViewBox(QRect(QPoint(0, 0), VectorPageSize()));
+        svg.setTitle(window_.windowTitle());
+        QPainter painter(&svg);
+        PaintVector(painter);
+        written = painter.end();
+    } else {
+        QPdfWriter pdf(&file);
+        pdf.setResolution(72);
+        pdf.setPageSize(QPageSize(QSizeF(VectorPageSize()), QPageSize::Point));
+        pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
+        pdf.setTitle(window_.windowTitle());
+        QPainter painter(&pdf);
+        PaintVector(painter);
+        written = painter.end();
+    }
+    if (!written || !file.commit()) {
+        error = QStringLiteral("Can't write %1: %2").arg(path, file.errorString());
+        file.cancelWriting();
+        return false;
+    }
+    return true;
+}
+
+}  // namespace sonalyx
