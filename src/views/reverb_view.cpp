@@ -282,27 +282,23 @@ void ReverbView::FillBarChart(int chart, int item, bool hasData, bool allCharts)
 }
 
 void ReverbView::FillLineChartByBand(int chart, int band) {
-    const ReverbFiller filler(document_, selection_);
-    filler.FillLineChartByBand(charts_[chart]->model(), band, swatches_);
+    ReverbFiller(document_, selection_)
+        .FillLineChartByBand(charts_[chart]->model(), band, swatches_);
+    ShowBandTitle(chart, band);
+}
+
+void ReverbView::ShowBandTitle(int chart, int band) {
+    const QString caption = ReverbFiller(document_, selection_).BandCaption(band);
     memos_[chart]->hide();
-    titles_[chart]->setText(filler.BandCaption(band).isEmpty()
-                                ? QString()
-                                : filler.BandCaption(band) + QStringLiteral("Hz"));
+    titles_[chart]->setText(caption.isEmpty() ? QString() : caption + QStringLiteral("Hz"));
     PlaceOverlays(chart);
-    titles_[chart]->setVisible(charts_[chart]->isVisibleTo(content_) &&
-                               !titles_[chart]->text().isEmpty());
+    titles_[chart]->setVisible(charts_[chart]->isVisibleTo(content_) && !caption.isEmpty());
 }
 
 void ReverbView::FillBarChartByBand(int chart, int band) {
-    const ReverbFiller filler(document_, selection_);
-    filler.FillBarChartByBand(charts_[chart]->model(), band, swatches_);
-    memos_[chart]->hide();
-    titles_[chart]->setText(filler.BandCaption(band).isEmpty()
-                                ? QString()
-                                : filler.BandCaption(band) + QStringLiteral("Hz"));
-    PlaceOverlays(chart);
-    titles_[chart]->setVisible(charts_[chart]->isVisibleTo(content_) &&
-                               !titles_[chart]->text().isEmpty());
+    ReverbFiller(document_, selection_)
+        .FillBarChartByBand(charts_[chart]->model(), band, swatches_);
+    ShowBandTitle(chart, band);
 }
 
 bool ReverbView::eventFilter(QObject* watched, QEvent* event) {

@@ -54,6 +54,7 @@ class ReverbView : public QWidget {
     void InitChartDesign(chart::ChartModel& model, int index);
     void ShowChart(int chart, bool visible);
     void ShowMemo(int chart, int item, bool visible);
+    void ShowBandTitle(int chart, int band);
     void PlaceOverlays(int chart);
     void StoreMemo(int chart);
 

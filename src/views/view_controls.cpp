@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
 #include <QVBoxLayout>
@@ -25,6 +26,10 @@ constexpr int kTrackHeight = 118;
 // A dark instrument panel that sits well beside the black chart walls.
 const char* const kPanelStyle = R"(
 #Panel1 { background: #202329; border-left: 1px solid #0c0d10; }
+#Panel1Scroll, #Panel1Content { background: #202329; }
+#Panel1 QScrollBar:vertical { background: #202329; width: 8px; }
+#Panel1 QScrollBar::handle:vertical { background: #4b525e; border-radius: 3px; min-height: 20px; }
+#Panel1 QScrollBar::add-line:vertical, #Panel1 QScrollBar::sub-line:vertical { height: 0; }
 #Panel1 QLabel { color: #c9ced6; }
 #Panel1 QGroupBox { color: #8d96a3; border: 1px solid #353a43; border-radius: 4px;
                     margin-top: 14px; padding: 4px 4px 4px 4px; font-size: 8pt; }
@@ -71,10 +76,19 @@ ViewControls::ViewControls(QWidget* parent) : QFrame(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
     setMinimumHeight(0);
     setStyleSheet(QLatin1String(kPanelStyle));
-    auto* layout = new QVBoxLayout(this);
+    // A short window scrolls the panel rather than squeezing its trackbars.
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    auto* scroll = new QScrollArea(this);
+    scroll->setObjectName(QStringLiteral("Panel1Scroll"));
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* content = new QWidget(scroll);
+    content->setObjectName(QStringLiteral("Panel1Content"));
+    auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(8, 4, 8, 8);
     layout->setSpacing(4);
-    layout->setSizeConstraint(QLayout::SetNoConstraint);
     layout->addWidget(BuildSelectors());
     layout->addWidget(BuildGraphParams());
     layout->addWidget(BuildTimeSlice());
@@ -84,6 +98,8 @@ ViewControls::ViewControls(QWidget* parent) : QFrame(parent) {
     summary_->setObjectName(QStringLiteral("LabelSummary"));
     summary_->setWordWrap(true);
     layout->addWidget(summary_);
+    scroll->setWidget(content);
+    outer->addWidget(scroll);
 
     // The perspective has no visible control: the tab change sets it.
     perspective_ = new QScrollBar(Qt::Horizontal, this);

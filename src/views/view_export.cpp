@@ -40,12 +40,6 @@ const QWidget* ChartArea(const TMDIChild& window) {
     return window.PageControl()->currentWidget();
 }
 
-// Where a chart sits in the content it scrolls with (the scroll box's content on the Reverb
-// tab, the tab itself elsewhere).
-QRect ContentRect(const QWidget& chart) {
-    return chart.geometry();
-}
-
 }  // namespace
 
 ViewExport::ViewExport(const TMDIChild& window) : window_(window) {}
@@ -177,7 +171,9 @@ void ViewExport::WriteTabJson(chart::JsonWriter& json) const {
     json.endArray();
     json.key("charts").beginArray();
     for (const auto* chart : window_.TargetCharts()) {
-        chart::writeChartJson(json, chart->model(), ContentRect(*chart));
+        // Where the chart sits in what it scrolls with: the scroll box's content on the
+        // Reverb tab.
+        chart::writeChartJson(json, chart->model(), chart->geometry());
     }
     json.endArray();
     json.endObject();

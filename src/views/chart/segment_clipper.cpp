@@ -1,5 +1,7 @@
 #include "views/chart/segment_clipper.h"
 
+#include <cmath>
+
 namespace sonalyx::chart {
 
 namespace {
@@ -32,6 +34,11 @@ bool narrow(double p, double q, double& t0, double& t1) {
 
 ClippedSegment clipSegment(const QPointF& from, const QPointF& to, const ValueBox& box) {
     ClippedSegment result;
+    // A missing value (NaN, infinity) breaks the curve rather than reaching the painter.
+    if (!std::isfinite(from.x()) || !std::isfinite(from.y()) || !std::isfinite(to.x()) ||
+        !std::isfinite(to.y())) {
+        return result;
+    }
     const double dx = to.x() - from.x();
     const double dy = to.y() - from.y();
     double t0 = 0;

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 #include "views/chart/chart_projection.h"
@@ -100,7 +101,11 @@ void SeriesPainter::drawLine(const Series& series, double slot, const QColor& co
     const auto& points = series.points;
     if (!model_.clipPoints) {
         for (const Point& p : points) {
-            piece_.emplace_back(p.x, p.y);
+            if (std::isfinite(p.x) && std::isfinite(p.y)) {
+                piece_.emplace_back(p.x, p.y);
+            } else {
+                flushPiece(slot);
+            }
         }
         flushPiece(slot);
         return;
@@ -143,6 +148,9 @@ void SeriesPainter::drawBars(const Series& series, double slot, const QColor& co
     const double halfWidth = std::max(series.barWidth, 0.0) / 2;
     for (const int i : order_) {
         const Point& p = points[static_cast<std::size_t>(i)];
+        if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
+            continue;
+        }
         const double x0 = std::max(p.x - halfWidth, box.xMin);
         const double x1 = std::min(p.x + halfWidth, box.xMax);
         if (x1 <= x0) {

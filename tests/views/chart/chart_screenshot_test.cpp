@@ -151,6 +151,57 @@ TEST(ChartScreenshots, GroupDelayPointLabelsMarkTheFrequencyScale) {
     }
 }
 
+TEST(ChartScreenshots, OddModelsAndRectsPaintOnlyTheirRect) {
+    const struct {
+        const char* what;
+        QRectF rect;
+        std::function<void(ChartModel&)> setUp;
+    } rows[] = {
+        {"tiny rect", {10, 10, 30, 20}, [](ChartModel&) {}},
+        {"empty rect", {10, 10, 0, 0}, [](ChartModel&) {}},
+        {"flat left axis",
+         {10, 10, 300, 200},
+         [](ChartModel& m) { m.left.maximum = m.left.minimum; }},
+        {"reversed bottom axis",
+         {10, 10, 300, 200},
+         [](ChartModel& m) { std::swap(m.bottom.minimum, m.bottom.maximum); }},
+        {"infinite axis", {10, 10, 300, 200}, [](ChartModel& m) { m.left.maximum = INFINITY; }},
+        {"huge increment count",
+         {10, 10, 300, 200},
+         [](ChartModel& m) { m.left.increment = 1e-9; }},
+        {"no series", {10, 10, 300, 200}, [](ChartModel& m) { m.series = {}; }},
+        {"depth 0, top view",
+         {10, 10, 300, 200},
+         [](ChartModel& m) {
+             m.view.depthPercent = 0;
+             m.view.elevation = 270;
+         }},
+        {"no clipping",
+         {10, 10, 300, 200},
+         [](ChartModel& m) {
+             m.clipPoints = false;
+             m.left = {60, 62, 1, {}};
+         }},
+    };
+    for (const auto& row : rows) {
+        for (const bool view3d : {false, true}) {
+            ChartModel model = sampleDecayChart();
+            model.view.enabled = view3d;
+            row.setUp(model);
+            QImage image(340, 240, QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::magenta);
+            QPainter painter(&image);
+            paintChart(painter, row.rect, model, {});
+            painter.end();
+            const QRect inside = row.rect.toAlignedRect();
+            const QRect all = image.rect();
+            EXPECT_EQ(countColour(image, Qt::magenta, all),
+                      all.width() * all.height() - inside.width() * inside.height())
+                << row.what << (view3d ? " 3D" : " 2D");
+        }
+    }
+}
+
 TEST(ChartScreenshots, WidgetPaintsItsModel) {
     ChartWidget widget;
     widget.model() = sampleDecayChart();

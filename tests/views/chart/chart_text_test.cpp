@@ -82,6 +82,7 @@ TEST(ChartText, SegmentsAreCutWhereTheyCrossTheAxisBox) {
         {{-2, 9}, {2, 13}, false, {}, {}, false, false, "misses the corner"},
         {{0, -5}, {0, 5}, true, {0, 0}, {0, 5}, true, false, "along the edge"},
         {{3, 3}, {3, 3}, true, {3, 3}, {3, 3}, false, false, "a point"},
+        {{3, NAN}, {4, 4}, false, {}, {}, false, false, "a missing value"},
     };
     for (const auto& row : rows) {
         const ClippedSegment s = clipSegment(row.from, row.to, box);
