@@ -10,8 +10,11 @@ namespace sonalyx {
 
 namespace {
 
-// The table never takes more than this share of the tab: the chart comes first.
+// The table never takes more than this share of the tab, and a small tab leaves it out
+// altogether: the chart comes first.
 constexpr int kTableShareDivisor = 4;
+constexpr int kTableMinWidth = 600;
+constexpr int kChartMinHeightBesideTable = 300;
 
 }  // namespace
 
@@ -37,6 +40,7 @@ GroupDelayView::GroupDelayView(const MeasurementDocument& document, QWidget* par
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table_->setAlternatingRowColors(true);
     table_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    table_->setWordWrap(false);
     layout->addWidget(table_, 0);
     swatches_.fill(Qt::white);
 }
@@ -94,7 +98,10 @@ void GroupDelayView::FitTable() {
     const int needed = table_->horizontalHeader()->sizeHint().height() +
                        rows * table_->verticalHeader()->defaultSectionSize() +
                        2 * table_->frameWidth();
-    table_->setFixedHeight(std::min(needed, std::max(height() / kTableShareDivisor, 60)));
+    const int tableHeight = std::min(needed, std::max(height() / kTableShareDivisor, 60));
+    table_->setFixedHeight(tableHeight);
+    table_->setVisible(rows > 0 && width() >= kTableMinWidth &&
+                       height() - tableHeight >= kChartMinHeightBesideTable);
 }
 
 void GroupDelayView::resizeEvent(QResizeEvent* event) {

@@ -114,6 +114,15 @@ TEST_F(GroupDelayViewTest, LineFillDrawsEveryGroupAndParksTheOtherSlots) {
         EXPECT_EQ(child->Panel1()->LegendColour(i), QColor(Qt::white)) << "swatch " << i;
     }
 
+    // A narrower window relabels the axis: no frequency text in 3D below 600 pixels.
+    child->resize(580, 480);
+    QApplication::processEvents();
+    EXPECT_EQ(model.series[0].points[0].label, QStringLiteral(" "));
+    child->SetGraph3D(false);
+    EXPECT_EQ(model.series[0].points[0].label, QStringLiteral("200"));
+    EXPECT_EQ(model.series[0].points[7].label, QStringLiteral(" "));
+    EXPECT_EQ(model.series[0].points[3].label, QStringLiteral(""));
+
     child->Panel1()->ComboChannel()->setCurrentIndex(2);
     EXPECT_EQ(slotsWithCurves(model), 1);
     EXPECT_EQ(model.series[1].points.size(), 64u);
