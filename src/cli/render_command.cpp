@@ -95,10 +95,6 @@ int WriteReverbTab(const TMDIChild& window, const RenderOptions&, const QString&
 }
 
 int WriteGroupDelayTab(const TMDIChild& window, const RenderOptions&, const QString& output) {
-    if (QFileInfo(output).suffix().toLower() != QLatin1String("png") &&
-        window.TargetCharts().isEmpty()) {
-        return Fail("The group delay tab can be rendered as .png only in this version.");
-    }
     return Save(window, output);
 }
 

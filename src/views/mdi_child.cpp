@@ -24,49 +24,23 @@
 #include "document/document_loader.h"
 #include "document/speaker_layout.h"
 #include "views/chart/chart_widget.h"
-#include "views/curve_preview.h"
+#include "views/group_delay_view.h"
 #include "views/memo_codec.h"
 #include "views/panel_button.h"
 #include "views/reverb_view.h"
 #include "views/step_button.h"
 #include "views/parameters_view.h"
 
-using sonalyx::CurvePreview;
 using sonalyx::MemoCodec;
 using sonalyx::Step;
 using sonalyx::Track;
 
 namespace {
 
-// Group delay curves, one colour per channel group.
-constexpr std::array<QRgb, 7> kGroupColours = {
-    qRgb(248, 160, 40),  qRgb(0, 216, 112),  qRgb(80, 144, 248), qRgb(232, 72, 8),
-    qRgb(204, 102, 255), qRgb(192, 216, 56), qRgb(0, 200, 220)};
-
-// Upper edges of the 64 group delay bands, in Hz.
-constexpr std::array<int, sonalyx::kGroupDelayBands> kGroupDelayFrequencies = {
-    200,  215,  231,   249,   268,   288,   310,   334,   359,   386,   415,   447,  481,
-    517,  557,  599,   644,   693,   746,   802,   863,   928,   999,   1074,  1156, 1244,
-    1338, 1439, 1549,  1666,  1792,  1928,  2074,  2232,  2401,  2583,  2779,  2990, 3216,
-    3460, 3723, 4005,  4309,  4636,  4987,  5365,  5772,  6210,  6681,  7188,  7733, 8319,
-    8950, 9629, 10359, 11145, 11990, 12899, 13877, 14930, 16062, 17280, 18590, 20000};
-
 const char* const kSectionMemoNames[3] = {"MemoFile1", "MemoFile2", "MemoFile3"};
 
 QString fromBytes(const std::string& bytes) {
     return MemoCodec::decodeLine(bytes);
-}
-
-QLabel* caption(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(text, parent);
-    QFont font = label->font();
-    font.setBold(true);
-    label->setFont(font);
-    return label;
-}
-
-QString groupNameAt(const sonalyx::MeasurementDocument& doc, int g) {
-    return QString::fromUtf8(sonalyx::groupName(doc.groupIdAt(g)));
 }
 
 }  // namespace
@@ -161,45 +135,17 @@ QWidget* TMDIChild::BuildGroupDelayTab() {
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(BuildFileMemo(sonalyx::kGroupDelaySection, tab));
 
-    auto* page = new QWidget(tab);
-    auto* pageLayout = new QVBoxLayout(page);
-    pageLayout->setContentsMargins(0, 0, 0, 0);
-    auto* plots = new QHBoxLayout;
-    const char* titles[2] = {"Before calibration", "After calibration"};
-    for (int v = 0; v < sonalyx::kVariants; ++v) {
-        auto* box = new QVBoxLayout;
-        box->addWidget(caption(tr(titles[v]), page));
-        auto* preview = new CurvePreview(page);
-        preview->setObjectName(v == 0 ? QStringLiteral("GroupDelayBefore")
-                                      : QStringLiteral("GroupDelayAfter"));
-        preview->setLogarithmicX(true);
-        preview->setAxisTitles(tr("Freq[Hz] 200 - 20k"), tr("Delay[ms]"));
-        preview->setGridSteps(10, 6);
-        preview->setMinimumHeight(170);
-        box->addWidget(preview, 1);
-        groupDelayPreviews_[v] = preview;
-        plots->addLayout(box, 1);
-    }
-    pageLayout->addLayout(plots, 3);
-    groupDelayLegend_ = new QLabel(page);
-    groupDelayLegend_->setTextFormat(Qt::RichText);
-    pageLayout->addWidget(groupDelayLegend_);
-
-    groupDelayTable_ = new QTableWidget(page);
-    groupDelayTable_->setObjectName(QStringLiteral("GroupDelayTable"));
-    groupDelayTable_->setColumnCount(7);
-    groupDelayTable_->setHorizontalHeaderLabels({tr("Group"), tr("Before min"), tr("Before max"),
-                                                 tr("Before mean"), tr("After min"),
-                                                 tr("After max"), tr("After mean")});
-    groupDelayTable_->verticalHeader()->hide();
-    groupDelayTable_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    groupDelayTable_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    groupDelayTable_->setAlternatingRowColors(true);
-    pageLayout->addWidget(groupDelayTable_, 2);
+    groupDelayView_ = new sonalyx::GroupDelayView(document_, tab);
+    connect(groupDelayView_, &sonalyx::GroupDelayView::Resized, this, [this] {
+        // The frequency labels depend on the window's width.
+        if (pageControl_->currentIndex() == kGroupDelayTab) {
+            RebuildCharts(false);
+        }
+    });
 
     auto* pages = new QStackedWidget(tab);
     pages->setObjectName(QStringLiteral("SectionPages"));
-    pages->addWidget(page);
+    pages->addWidget(groupDelayView_);
     pages->addWidget(BuildNoDataLabel(tab));
     sectionPages_[sonalyx::kGroupDelaySection] = pages;
     layout->addWidget(pages, 1);
@@ -250,13 +196,20 @@ void TMDIChild::ShowDocument() {
     }
     groupDelayAxis_ =
         sonalyx::GroupDelayAxis::FromSpan(static_cast<float>(document_.groupDelay.span));
+    groupDelayMovePosition_ = -1;
+    groupDelayChannel_ = 0;
     FillGroupDelay();
     FillParameters();
     panel1_->PanelTimeSlice()->show();
     RefreshSelectors();
     UpdateSummary();
     content_->show();
+    ApplyMoveExtent();
     RebuildCharts(false);
+    if (pageControl_->currentIndex() == kGroupDelayTab) {
+        S_Zoom();
+        S_Move();
+    }
     emit ModifiedChanged(document_.modified);
 }
 
@@ -269,72 +222,7 @@ void TMDIChild::FillFileMemos() {
 }
 
 void TMDIChild::FillGroupDelay() {
-    const auto& gd = document_.groupDelay;
-    QStringList legend;
-    float low = 0;
-    float high = 0;
-    bool first = true;
-    for (int v = 0; v < sonalyx::kVariants; ++v) {
-        QVector<CurvePreview::Series> series;
-        for (int g = 0; g < sonalyx::kMaxGroups; ++g) {
-            if (!gd.hasData[v][g]) {
-                continue;
-            }
-            CurvePreview::Series s;
-            s.colour = QColor(kGroupColours[document_.groupIdAt(g) % kGroupColours.size()]);
-            for (int b = 0; b < sonalyx::kGroupDelayBands; ++b) {
-                const float value = gd.values[v][g][b];
-                s.points.append(QPointF(kGroupDelayFrequencies[b], value));
-                low = first ? value : std::min(low, value);
-                high = first ? value : std::max(high, value);
-                first = false;
-            }
-            series.append(s);
-        }
-        groupDelayPreviews_[v]->setSeries(series);
-    }
-    const double top = std::ceil(std::max<double>(high, gd.span + 1.0));
-    const double bottom = std::floor(std::min<double>(low, -1.0));
-    for (auto* preview : groupDelayPreviews_) {
-        preview->setRanges({kGroupDelayFrequencies.front(), kGroupDelayFrequencies.back()},
-                           {bottom, top});
-    }
-
-    groupDelayTable_->setRowCount(0);
-    for (int g = 0; g < sonalyx::kMaxGroups; ++g) {
-        if (!gd.hasData[0][g] && !gd.hasData[1][g]) {
-            continue;
-        }
-        const QColor colour(kGroupColours[document_.groupIdAt(g) % kGroupColours.size()]);
-        legend.append(QStringLiteral("<span style=\"color:%1\">&#9632;</span> %2")
-                          .arg(colour.name(), groupNameAt(document_, g).toHtmlEscaped()));
-        const int row = groupDelayTable_->rowCount();
-        groupDelayTable_->insertRow(row);
-        groupDelayTable_->setItem(row, 0, new QTableWidgetItem(groupNameAt(document_, g)));
-        for (int v = 0; v < sonalyx::kVariants; ++v) {
-            if (!gd.hasData[v][g]) {
-                for (int c = 0; c < 3; ++c) {
-                    groupDelayTable_->setItem(row, 1 + v * 3 + c, new QTableWidgetItem(tr("-")));
-                }
-                continue;
-            }
-            const auto& values = gd.values[v][g];
-            const auto [mn, mx] = std::minmax_element(values.begin(), values.end());
-            double sum = 0;
-            for (const float value : values) {
-                sum += value;
-            }
-            const double cells[3] = {*mn, *mx, sum / values.size()};
-            for (int c = 0; c < 3; ++c) {
-                auto* item = new QTableWidgetItem(QStringLiteral("%1 ms").arg(cells[c], 0, 'f', 2));
-                item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-                groupDelayTable_->setItem(row, 1 + v * 3 + c, item);
-            }
-        }
-    }
-    groupDelayLegend_->setText(legend.join(QStringLiteral("&nbsp;&nbsp;&nbsp;")) +
-                               tr("&nbsp;&nbsp;&nbsp;Offset +%1 ms").arg(gd.span, 0, 'f', 1));
-    if (groupDelayTable_->rowCount() == 0 && document_.sectionLoaded[sonalyx::kGroupDelaySection]) {
+    if (!groupDelayView_->FillTable() && document_.sectionLoaded[sonalyx::kGroupDelaySection]) {
         sectionPages_[sonalyx::kGroupDelaySection]->setCurrentIndex(1);
     }
 }
@@ -362,6 +250,11 @@ void TMDIChild::RebuildCharts(bool maximise) {
         reverbView_->RebuildCharts(Selection(), selectedChannel_);
         const sonalyx::ReverbFiller filler(document_, Selection());
         panel1_->SetLegend(filler.LegendCaptions(), reverbView_->LegendSwatches());
+    } else if (pageControl_->currentIndex() == kGroupDelayTab) {
+        const auto selection = GroupDelaySelectionNow();
+        groupDelayView_->RebuildCharts(selection);
+        panel1_->SetLegend(sonalyx::GroupDelayFiller(document_, selection).LegendCaptions(),
+                           groupDelayView_->LegendSwatches());
     }
     if (pageControl_->currentIndex() == kParametersTab) {
         parametersView_->SetMemory(selectedMemory_);

@@ -9,7 +9,7 @@
 #include "document/document_saver.h"
 #include "document/measurement_document.h"
 #include "document/messenger.h"
-#include "views/curve_preview.h"
+#include "views/group_delay_filler.h"
 #include "views/view_axis.h"
 #include "views/view_controls.h"
 
@@ -24,6 +24,7 @@ class QTableWidget;
 class QTimer;
 
 namespace sonalyx {
+class GroupDelayView;
 class ReverbView;
 namespace chart {
 class ChartWidget;
@@ -113,6 +114,7 @@ class TMDIChild : public QMdiSubWindow {
     QTabWidget* PageControl() const { return pageControl_; }
     sonalyx::ViewControls* Panel1() const { return panel1_; }
     sonalyx::ReverbView* Reverb() const { return reverbView_; }
+    sonalyx::GroupDelayView* GroupDelay() const { return groupDelayView_; }
     QTimer* Timer1() const { return timer1_; }
     ParametersView* Parameters() const { return parametersView_; }
 
@@ -139,6 +141,8 @@ class TMDIChild : public QMdiSubWindow {
     void ShowDocument();
     void FillFileMemos();
     sonalyx::ReverbSelection Selection() const;
+    sonalyx::GroupDelaySelection GroupDelaySelectionNow() const;
+    void ApplyMoveExtent();
     void RefreshSelectors();
     void ApplyPressedLook();
     void RepaintCharts();
@@ -161,9 +165,7 @@ class TMDIChild : public QMdiSubWindow {
     QTimer* timer1_ = nullptr;
     QPlainTextEdit* fileMemos_[3] = {};
     QStackedWidget* sectionPages_[3] = {};
-    sonalyx::CurvePreview* groupDelayPreviews_[2] = {};
-    QLabel* groupDelayLegend_ = nullptr;
-    QTableWidget* groupDelayTable_ = nullptr;
+    sonalyx::GroupDelayView* groupDelayView_ = nullptr;
     ParametersView* parametersView_ = nullptr;
 
     // View state of the window, never saved.
@@ -173,6 +175,12 @@ class TMDIChild : public QMdiSubWindow {
     int groupDelayVariant_ = 0;
     int selectedChannel_ = 0;
     int selectedMemory_ = 0;  // the Parameters tab's choice of ComboChannel
+    int groupDelayChannel_ = 0;
+    // Track_Move has its own extent and position on each graph tab; moveTab_ is the tab
+    // whose position it holds now (-1 in a group delay position: not moved yet).
+    int moveTab_ = kReverbTab;
+    int reverbMovePosition_ = 20;
+    int groupDelayMovePosition_ = -1;
     bool BarMode_ = false;
     std::optional<sonalyx::Step> RepeatStep_;
     bool RotateBackward_ = false;

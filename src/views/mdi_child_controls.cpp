@@ -35,6 +35,19 @@ constexpr int kReverbSliceMax = 31;
 constexpr int kGroupDelaySliceMax = 63;
 constexpr int kDefaultElevation = 12;
 constexpr int kDefaultRotation = 50;
+constexpr int kReverbMoveMax = 40;
+
+// Sets a new vertical range in the order that keeps the minimum below the maximum at every
+// step, as an axis that checks its bounds needs: down-shifts lower the minimum first.
+void SetLeftRange(sonalyx::chart::Axis& axis, const sonalyx::AxisRange& range) {
+    if (axis.maximum >= range.maximum) {
+        axis.minimum = range.minimum;
+        axis.maximum = range.maximum;
+    } else {
+        axis.maximum = range.maximum;
+        axis.minimum = range.minimum;
+    }
+}
 
 }  // namespace
 
@@ -111,8 +124,18 @@ void TMDIChild::RepaintCharts() {
     }
 }
 
+sonalyx::GroupDelaySelection TMDIChild::GroupDelaySelectionNow() const {
+    sonalyx::GroupDelaySelection selection;
+    selection.variant = groupDelayVariant_;
+    selection.comboIndex = groupDelayChannel_;
+    selection.barMode = BarMode_;
+    selection.view3D = graph3D_;
+    selection.band = panel1_->TrackBar(Track::TimeSlice)->value();
+    selection.windowWidth = width();
+    return selection;
+}
+
 void TMDIChild::RefreshSelectors() {
-    const sonalyx::ReverbFiller filler(document_, Selection());
     QComboBox* combo = panel1_->ComboChannel();
     const QSignalBlocker block(combo);
     combo->clear();
@@ -122,9 +145,43 @@ void TMDIChild::RefreshSelectors() {
         combo->setCurrentIndex(std::clamp(selectedMemory_, 0, combo->count() - 1));
         return;
     }
-    combo->addItems(filler.ComboItems());
-    combo->setCurrentIndex(std::clamp(selectedChannel_, 0, combo->count() - 1));
-    selectedChannel_ = combo->currentIndex();
+    // The Group Delay tab keeps its own choice among its own list: "ALL" and the groups.
+    const bool groupDelay = pageControl_->currentIndex() == kGroupDelayTab;
+    int& chosen = groupDelay ? groupDelayChannel_ : selectedChannel_;
+    combo->addItems(
+        groupDelay ? sonalyx::GroupDelayFiller(document_, GroupDelaySelectionNow()).ComboItems()
+                   : sonalyx::ReverbFiller(document_, Selection()).ComboItems());
+    combo->setCurrentIndex(std::clamp(chosen, 0, combo->count() - 1));
+    chosen = combo->currentIndex();
+}
+
+void TMDIChild::ApplyMoveExtent() {
+    const int tab = pageControl_->currentIndex();
+    if (tab == kParametersTab) {
+        return;
+    }
+    QSlider* move = panel1_->TrackBar(Track::Move);
+    const QSignalBlocker block(move);
+    const auto positionOf = [this](int t) -> int& {
+        return t == kReverbTab ? reverbMovePosition_ : groupDelayMovePosition_;
+    };
+    if (moveTab_ != tab) {
+        positionOf(moveTab_) = move->value();
+        moveTab_ = tab;
+    } else if (positionOf(tab) >= 0) {
+        positionOf(tab) = move->value();
+    }
+    if (tab == kReverbTab) {
+        move->setRange(0, kReverbMoveMax);
+        move->setValue(reverbMovePosition_);
+        return;
+    }
+    // On the Group Delay tab the slider runs from 0 to the usable extent the span gives and
+    // starts at the reference position, where the axis is centred on the curves: there is
+    // room to move them both ways, down to 0 and up by the steps that make 4 ms.
+    move->setRange(0, groupDelayAxis_.moveExtent);
+    move->setValue(groupDelayMovePosition_ < 0 ? groupDelayAxis_.moveRef : groupDelayMovePosition_);
+    groupDelayMovePosition_ = move->value();
 }
 
 void TMDIChild::S_Zoom() {
@@ -147,8 +204,7 @@ void TMDIChild::S_Zoom() {
         const auto range = sonalyx::view_axis::GroupDelayZoom(zoom, move, groupDelayAxis_);
         for (auto* chart : targets) {
             auto& model = chart->model();
-            model.left.minimum = range.minimum;
-            model.left.maximum = range.maximum;
+            SetLeftRange(model.left, range);
             model.left.increment = range.increment;
             for (auto& series : model.series) {
                 if (series.kind == sonalyx::chart::SeriesKind::Bar) {
@@ -173,8 +229,7 @@ void TMDIChild::S_Move() {
                            : sonalyx::view_axis::GroupDelayMove(move, increment, groupDelayAxis_);
     for (auto* chart : targets) {
         auto& model = chart->model();
-        model.left.minimum = range.minimum;
-        model.left.maximum = range.maximum;
+        SetLeftRange(model.left, range);
         for (auto& series : model.series) {
             if (series.kind == sonalyx::chart::SeriesKind::Bar) {
                 series.origin = range.minimum;
@@ -314,7 +369,8 @@ void TMDIChild::ComboChannelChange(int index) {
         parametersView_->SetMemory(selectedMemory_);
         return;
     }
-    selectedChannel_ = std::max(index, 0);
+    (pageControl_->currentIndex() == kGroupDelayTab ? groupDelayChannel_ : selectedChannel_) =
+        std::max(index, 0);
     RebuildCharts(false);
 }
 
@@ -336,6 +392,7 @@ void TMDIChild::SetGraph3D(bool on) {
 
 void TMDIChild::OnChangeTab() {
     const bool reverb = pageControl_->currentIndex() == kReverbTab;
+    ApplyMoveExtent();
     RefreshSelectors();
     RebuildCharts(false);
     QSlider* slice = panel1_->TrackBar(Track::TimeSlice);

@@ -18,6 +18,7 @@
 #include "views/chart/chart_widget.h"
 #include "views/chart/json_writer.h"
 #include "views/decay_times_json.h"
+#include "views/group_delay_view.h"
 #include "views/mdi_child.h"
 #include "views/reverb_view.h"
 
@@ -32,6 +33,10 @@ const char* const kTabNames[] = {"reverb", "groupdelay", "parameters"};
 const QWidget* ChartArea(const TMDIChild& window) {
     if (window.PageControl()->currentIndex() == TMDIChild::kReverbTab) {
         return window.Reverb()->ScrollBox1()->viewport();
+    }
+    if (window.PageControl()->currentIndex() == TMDIChild::kGroupDelayTab) {
+        // The statistics table below the chart is not part of the picture.
+        return window.GroupDelay()->Chart101();
     }
     return window.PageControl()->currentWidget();
 }

@@ -46,34 +46,36 @@ void valueTicks(const Axis& axis, const QString& picture, const ChartStyle& styl
     }
 }
 
-// Point labels may come from any visible series (a 2D bar graph labels each bar in its own
-// series); where two series label the same x, the first one's label stands.
-void pointLabelTicks(const ChartModel& model, const ChartStyle& style, std::vector<Tick>& out) {
-    std::vector<const Point*> labelled;
-    for (const Series& s : model.series) {
-        if (!s.visible) {
+// The labelled points of every visible series, one per position: curves that share their
+// labels give them once, bars standing side by side (one series each) give one apiece.
+bool pointLabelTicks(const ChartModel& model, const ChartStyle& style, std::vector<Tick>& out) {
+    bool labelled = false;
+    for (const Series& series : model.series) {
+        if (!series.visible) {
             continue;
         }
-        for (const Point& p : s.points) {
-            if (!p.label.isEmpty() && p.x >= model.bottom.minimum && p.x <= model.bottom.maximum) {
-                labelled.push_back(&p);
+        for (const Point& p : series.points) {
+            if (p.label.isEmpty()) {
+                continue;
             }
+            labelled = true;
+            if (p.x < model.bottom.minimum || p.x > model.bottom.maximum ||
+                std::any_of(out.begin(), out.end(),
+                            [&](const Tick& t) { return t.value == p.x; })) {
+                continue;
+            }
+            Tick t;
+            t.value = p.x;
+            if (model.bottom.visible && !p.label.trimmed().isEmpty()) {
+                t.text = p.label;
+                t.width = style.textWidth(t.text);
+            }
+            out.push_back(std::move(t));
         }
     }
-    std::stable_sort(labelled.begin(), labelled.end(),
-                     [](const Point* a, const Point* b) { return a->x < b->x; });
-    labelled.erase(std::unique(labelled.begin(), labelled.end(),
-                               [](const Point* a, const Point* b) { return a->x == b->x; }),
-                   labelled.end());
-    for (const Point* p : labelled) {
-        Tick t;
-        t.value = p->x;
-        if (model.bottom.visible && !p->label.trimmed().isEmpty()) {
-            t.text = p->label;
-            t.width = style.textWidth(t.text);
-        }
-        out.push_back(std::move(t));
-    }
+    std::stable_sort(out.begin(), out.end(),
+                     [](const Tick& a, const Tick& b) { return a.value < b.value; });
+    return labelled;
 }
 
 void depthTicks(const ChartModel& model, const ChartStyle& style, int depthSlots,
@@ -114,8 +116,7 @@ double effectiveIncrement(const Axis& axis) {
 ChartTicks::ChartTicks(const ChartModel& model, const ChartStyle& style, bool view3d,
                        int depthSlots) {
     valueTicks(model.left, model.left.valueFormat, style, left);
-    pointLabelTicks(model, style, bottom);
-    if (bottom.empty()) {
+    if (!pointLabelTicks(model, style, bottom)) {
         valueTicks(model.bottom, kPlainNumber, style, bottom);
     }
     if (view3d) {

@@ -1,0 +1,115 @@
+#include "views/group_delay_view.h"
+
+#include <QHeaderView>
+#include <QResizeEvent>
+#include <QTableWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace sonalyx {
+
+namespace {
+
+// The table never takes more than this share of the tab, and a small tab leaves it out
+// altogether: the chart comes first.
+constexpr int kTableShareDivisor = 4;
+constexpr int kTableMinWidth = 600;
+constexpr int kChartMinHeightBesideTable = 300;
+
+}  // namespace
+
+GroupDelayView::GroupDelayView(const MeasurementDocument& document, QWidget* parent)
+    : QWidget(parent), document_(document) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    chart_ = new chart::ChartWidget(this);
+    chart_->setObjectName(QStringLiteral("Chart101"));
+    GroupDelayFiller::InitChartDesign(chart_->model());
+    chart_->setMinimumHeight(160);
+    layout->addWidget(chart_, 1);
+
+    table_ = new QTableWidget(this);
+    table_->setObjectName(QStringLiteral("GroupDelayTable"));
+    table_->setColumnCount(7);
+    table_->setHorizontalHeaderLabels({tr("Group"), tr("Before min"), tr("Before max"),
+                                       tr("Before mean"), tr("After min"), tr("After max"),
+                                       tr("After mean")});
+    table_->verticalHeader()->hide();
+    table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table_->setAlternatingRowColors(true);
+    table_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    table_->setWordWrap(false);
+    layout->addWidget(table_, 0);
+    swatches_.fill(Qt::white);
+}
+
+void GroupDelayView::RebuildCharts(const GroupDelaySelection& selection) {
+    const GroupDelayFiller filler(document_, selection);
+    if (selection.barMode) {
+        filler.FillBarChart(chart_->model(), swatches_);
+    } else {
+        filler.FillLineChart(chart_->model(), swatches_);
+    }
+    chart_->update();
+}
+
+bool GroupDelayView::FillTable() {
+    const auto& gd = document_.groupDelay;
+    const GroupDelayFiller filler(document_, {});
+    table_->setRowCount(0);
+    for (int g = 0; g < kMaxGroups; ++g) {
+        if (!gd.hasData[0][g] && !gd.hasData[1][g]) {
+            continue;
+        }
+        const int row = table_->rowCount();
+        table_->insertRow(row);
+        auto* name = new QTableWidgetItem(filler.GroupName(g));
+        name->setForeground(GroupDelayFiller::GroupColour(document_.groupIdAt(g)).darker(140));
+        table_->setItem(row, 0, name);
+        for (int v = 0; v < kVariants; ++v) {
+            if (!gd.hasData[v][g]) {
+                for (int c = 0; c < 3; ++c) {
+                    table_->setItem(row, 1 + v * 3 + c, new QTableWidgetItem(tr("-")));
+                }
+                continue;
+            }
+            const auto& values = gd.values[v][g];
+            const auto [mn, mx] = std::minmax_element(values.begin(), values.end());
+            double sum = 0;
+            for (const float value : values) {
+                sum += value;
+            }
+            const double cells[3] = {*mn, *mx, sum / static_cast<double>(values.size())};
+            for (int c = 0; c < 3; ++c) {
+                auto* item = new QTableWidgetItem(QStringLiteral("%1 ms").arg(cells[c], 0, 'f', 2));
+                item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+                table_->setItem(row, 1 + v * 3 + c, item);
+            }
+        }
+    }
+    FitTable();
+    return table_->rowCount() > 0;
+}
+
+void GroupDelayView::FitTable() {
+    const int rows = table_->rowCount();
+    const int needed = table_->horizontalHeader()->sizeHint().height() +
+                       rows * table_->verticalHeader()->defaultSectionSize() +
+                       2 * table_->frameWidth();
+    const int tableHeight = std::min(needed, std::max(height() / kTableShareDivisor, 60));
+    table_->setFixedHeight(tableHeight);
+    table_->setVisible(rows > 0 && width() >= kTableMinWidth &&
+                       height() - tableHeight >= kChartMinHeightBesideTable);
+}
+
+void GroupDelayView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    FitTable();
+    if (event->oldSize().width() != event->size().width()) {
+        emit Resized();
+    }
+}
+
+}  // namespace sonalyx

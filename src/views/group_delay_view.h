@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QWidget>
+
+#include "document/measurement_document.h"
+#include "views/chart/chart_widget.h"
+#include "views/group_delay_filler.h"
+
+class QTableWidget;
+
+namespace sonalyx {
+
+// The Group Delay tab's content: Chart101, one curve per channel group over the 64 bands
+// (or one band as bars), and below it a compact table of each group's minimum, maximum and
+// mean. The document window tells it what to show.
+class GroupDelayView : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit GroupDelayView(const MeasurementDocument& document, QWidget* parent = nullptr);
+
+    chart::ChartWidget* Chart101() const { return chart_; }
+    QTableWidget* GroupDelayTable() const { return table_; }
+    const Swatches& LegendSwatches() const { return swatches_; }
+
+    // Refills the chart for the selection and repaints it.
+    void RebuildCharts(const GroupDelaySelection& selection);
+    // The statistics of the document's groups; false when no group has data.
+    bool FillTable();
+
+  signals:
+    void Resized();
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void FitTable();
+
+    const MeasurementDocument& document_;
+    chart::ChartWidget* chart_ = nullptr;
+    QTableWidget* table_ = nullptr;
+    Swatches swatches_{};
+};
+
+}  // namespace sonalyx

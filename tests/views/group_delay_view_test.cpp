@@ -1,0 +1,221 @@
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QSlider>
+#include <QTabWidget>
+#include <algorithm>
+
+#include "view_fixture.h"
+#include "views/chart/chart_widget.h"
+#include "views/group_delay_filler.h"
+#include "views/group_delay_view.h"
+
+namespace sonalyx::test {
+namespace {
+
+using chart::SeriesKind;
+
+TEST(GroupDelayFiller, PointLabelsFollowTheWindowWidthAndThe3DRule) {
+    struct Row {
+        int band;
+        int width;
+        bool view3D;
+        const char* label;
+    } rows[] = {
+        {0, 300, false, "200"},    {31, 300, false, " "},   {31, 301, false, "2kHz"},
+        {63, 300, false, "20kHz"}, {15, 320, false, ""},    {15, 321, false, " "},
+        {7, 450, false, ""},       {7, 451, false, " "},    {15, 450, false, " "},
+        {3, 600, false, ""},       {3, 601, false, " "},    {30, 601, false, ""},
+        {0, 300, true, " "},       {31, 301, true, " "},    {63, 599, true, " "},
+        {0, 600, true, "200"},     {31, 600, true, "2kHz"}, {63, 601, true, "20kHz"},
+        {7, 451, true, " "},       {3, 601, true, " "},     {3, 600, true, ""},
+    };
+    for (const Row& r : rows) {
+        EXPECT_EQ(GroupDelayFiller::PointLabel(r.band, r.width, r.view3D), QLatin1String(r.label))
+            << "band " << r.band << " width " << r.width << (r.view3D ? " 3D" : " 2D");
+    }
+}
+
+// The sample's lines with some lines left out (the "(Offset" line, a group's row after
+// "[After]"), for documents the shipped samples do not cover.
+std::vector<std::string> linesWithout(int layout, const std::vector<std::string>& prefixes) {
+    auto lines = sampleLines(layout);
+    const auto after = std::find(lines.begin(), lines.end(), "[After]");
+    lines.erase(std::remove_if(after, lines.end(),
+                               [&](const std::string& line) {
+                                   return std::any_of(
+                                       prefixes.begin(), prefixes.end(),
+                                       [&](const std::string& p) { return line.rfind(p, 0) == 0; });
+                               }),
+                lines.end());
+    return lines;
+}
+
+// The sample with its offset line saying spanText and read as the section's last offset: the
+// blank line after it, which would set the span back to 1.8, is left out.
+std::vector<std::string> linesWithSpan(int layout, const std::string& spanText) {
+    auto lines = sampleLines(layout);
+    const auto offset = std::find_if(lines.begin(), lines.end(), [](const std::string& line) {
+        return line.rfind("(Offset = ", 0) == 0;
+    });
+    EXPECT_NE(offset, lines.end());
+    *offset = "(Offset = " + spanText + "ms)";
+    lines.erase(offset + 1);
+    return lines;
+}
+
+class GroupDelayViewTest : public ViewFixture {
+  protected:
+    std::unique_ptr<TMDIChild> openGroupDelay(const std::vector<std::string>& lines,
+                                              QSize size = QSize(1000, 640)) {
+        auto child = std::make_unique<TMDIChild>(QStringLiteral("gd.csv"), messenger_, chooser_);
+        child->setAttribute(Qt::WA_DeleteOnClose, false);
+        child->resize(size);
+        child->show();
+        EXPECT_TRUE(child->LoadDocument(lines, QStringLiteral("gd.csv")));
+        child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
+        QApplication::processEvents();
+        return child;
+    }
+    static chart::ChartModel& chart(TMDIChild& child) {
+        return child.GroupDelay()->Chart101()->model();
+    }
+    static int slotsWithCurves(const chart::ChartModel& model) {
+        return static_cast<int>(std::count_if(model.series.begin(), model.series.end(),
+                                              [](const auto& s) { return s.points.size() > 1; }));
+    }
+};
+
+TEST_F(GroupDelayViewTest, LineFillDrawsEveryGroupAndParksTheOtherSlots) {
+    auto child = openGroupDelay(sampleLines(9));
+    const auto& model = chart(*child);
+    const int groups = child->Document().groupDelay.groupCount;
+    ASSERT_EQ(groups, 4);
+    EXPECT_EQ(child->TargetCharts().size(), 1);
+    EXPECT_EQ(model.bottom.increment, 31);
+    EXPECT_EQ(model.left.title, QStringLiteral("Group Delay[msec] "));
+    EXPECT_EQ(child->Panel1()->ComboChannel()->count(), groups + 1);
+    EXPECT_EQ(child->Panel1()->ComboChannel()->itemText(1), QStringLiteral("Front"));
+    for (int g = 0; g < chart::kSeriesSlots; ++g) {
+        const auto& s = model.series[g];
+        if (g >= groups) {
+            ASSERT_EQ(s.points.size(), 1u) << "slot " << g;
+            EXPECT_EQ(s.title, QStringLiteral(" ")) << "slot " << g;
+            continue;
+        }
+        ASSERT_EQ(s.points.size(), 64u) << "slot " << g;
+        EXPECT_EQ(s.points[0].x, 1);
+        EXPECT_EQ(s.points[63].x, 64);
+        EXPECT_FLOAT_EQ(s.points[5].y, child->Document().groupDelay.values[0][g][5]);
+        EXPECT_EQ(s.points[31].label, QStringLiteral("2kHz"));
+        EXPECT_EQ(s.colour, child->Panel1()->LegendColour(g)) << "slot " << g;
+    }
+    for (int i = groups; i < kLegendEntries; ++i) {
+        EXPECT_EQ(child->Panel1()->LegendColour(i), QColor(Qt::white)) << "swatch " << i;
+    }
+
+    // A narrower window relabels the axis: no frequency text in 3D below 600 pixels.
+    child->resize(580, 480);
+    QApplication::processEvents();
+    EXPECT_EQ(model.series[0].points[0].label, QStringLiteral(" "));
+    child->SetGraph3D(false);
+    EXPECT_EQ(model.series[0].points[0].label, QStringLiteral("200"));
+    EXPECT_EQ(model.series[0].points[7].label, QStringLiteral(" "));
+    EXPECT_EQ(model.series[0].points[3].label, QStringLiteral(""));
+
+    child->Panel1()->ComboChannel()->setCurrentIndex(2);
+    EXPECT_EQ(slotsWithCurves(model), 1);
+    EXPECT_EQ(model.series[1].points.size(), 64u);
+    EXPECT_EQ(model.series[0].title, QStringLiteral(" "));
+    // The Reverb tab keeps its own list and choice.
+    child->PageControl()->setCurrentIndex(TMDIChild::kReverbTab);
+    EXPECT_EQ(child->Panel1()->ComboChannel()->currentIndex(), 0);
+    child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
+    EXPECT_EQ(child->Panel1()->ComboChannel()->currentIndex(), 2);
+}
+
+TEST_F(GroupDelayViewTest, AGroupWithoutAfterDataKeepsItsSwatch) {
+    auto child = openGroupDelay(linesWithout(9, {"Center,"}));
+    child->OnClickEQAfter();
+    const auto& model = chart(*child);
+    EXPECT_EQ(slotsWithCurves(model), 3);
+    EXPECT_EQ(model.series[1].points.size(), 1u);
+    EXPECT_EQ(model.series[1].title, QStringLiteral(" "));
+    EXPECT_EQ(child->Panel1()->LegendColour(1), model.series[1].colour);
+    EXPECT_NE(child->Panel1()->LegendColour(1), QColor(Qt::white));
+    child->OnClickEQBefore();
+    EXPECT_EQ(slotsWithCurves(model), 4);
+}
+
+TEST_F(GroupDelayViewTest, ZoomAndMoveAtTheEndsOfTheirRanges) {
+    // The samples read as 1.8 ms (a blank line follows their offset line), and a 3 ms span.
+    const auto span18 = sampleLines(9);
+    const auto span30 = linesWithSpan(9, "+3.0");
+    struct Row {
+        const char* name;
+        const std::vector<std::string>& lines;
+        int moveRef, moveMax;
+        int zoom, move;
+        double min, max;
+    } rows[] = {
+        {"1.8 default", span18, 19, 30, 18, 19, 0.425, 1.375},
+        {"1.8 zoom 0", span18, 19, 30, 0, 19, -3.85, 5.65},
+        {"1.8 zoom 19", span18, 19, 30, 19, 19, 0.6625, 1.1375},
+        {"1.8 move 0", span18, 19, 30, 18, 0, 2.23, 3.18},
+        {"1.8 move top", span18, 19, 30, 18, 30, -0.62, 0.33},
+        {"3.0 default", span30, 12, 20, 18, 12, 0.875, 2.125},
+        {"3.0 zoom 0 move top", span30, 12, 20, 0, 20, -14.75, -2.25},
+    };
+    for (const Row& r : rows) {
+        auto child = openGroupDelay(r.lines);
+        QSlider* move = child->Panel1()->TrackBar(Track::Move);
+        EXPECT_EQ(move->maximum(), r.moveMax) << r.name;
+        EXPECT_EQ(move->value(), r.moveRef) << r.name;
+        child->Panel1()->TrackBar(Track::Zoom)->setValue(r.zoom);
+        move->setValue(r.move);
+        const auto& left = chart(*child).left;
+        EXPECT_NEAR(left.minimum, r.min, 1e-5) << r.name;
+        EXPECT_NEAR(left.maximum, r.max, 1e-5) << r.name;
+        // The Reverb tab gets its own slider back, and this tab its position again.
+        child->PageControl()->setCurrentIndex(TMDIChild::kReverbTab);
+        EXPECT_EQ(move->maximum(), 40) << r.name;
+        EXPECT_EQ(move->value(), 20) << r.name;
+        child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
+        EXPECT_EQ(move->value(), r.move) << r.name;
+    }
+}
+
+TEST_F(GroupDelayViewTest, BarGraphsShowOneBandFromTheAxisBottom) {
+    auto child = openGroupDelay(sampleLines(9));
+    QSlider* slice = child->Panel1()->TrackBar(Track::TimeSlice);
+    EXPECT_EQ(slice->maximum(), 63);
+    const std::pair<int, const char*> captions[] = {
+        {0, "0-200Hz"}, {22, "928-999Hz"}, {23, "0.999-1.074kHz"}, {63, "18.590-20.000kHz"}};
+    for (const auto& [band, caption] : captions) {
+        slice->setValue(band);
+        EXPECT_EQ(child->Panel1()->EditTimeSlice()->text(), QLatin1String(caption)) << band;
+    }
+    slice->setValue(23);
+    child->OnClickTimeSlice();
+    const auto& model = chart(*child);
+    const auto& doc = child->Document().groupDelay;
+    for (const bool view3D : {true, false}) {
+        child->SetGraph3D(view3D);
+        for (int g = 0; g < 4; ++g) {
+            const auto& s = model.series[g];
+            ASSERT_EQ(s.points.size(), 1u) << "group " << g << " 3D " << view3D;
+            EXPECT_EQ(s.kind, SeriesKind::Bar);
+            EXPECT_EQ(s.origin, model.left.minimum);
+            EXPECT_FLOAT_EQ(s.points[0].y, doc.values[0][g][23]);
+            EXPECT_EQ(s.points[0].x, view3D ? 24 : g + 0.5) << "group " << g;
+        }
+        EXPECT_TRUE(model.series[4].points.empty());
+        EXPECT_EQ(model.bottom.title.trimmed(),
+                  view3D ? QStringLiteral("Freq[Hz]") : QStringLiteral("Channel"));
+    }
+    child->Panel1()->TrackBar(Track::Zoom)->setValue(10);
+    EXPECT_EQ(model.series[0].origin, model.left.minimum);
+}
+
+}  // namespace
+}  // namespace sonalyx::test
