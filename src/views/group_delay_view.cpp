@@ -5,6 +5,9 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cmath>
+
+#include "views/view_axis.h"
 
 namespace sonalyx {
 
@@ -26,6 +29,17 @@ GroupDelayView::GroupDelayView(const MeasurementDocument& document, QWidget* par
     chart_ = new chart::ChartWidget(this);
     chart_->setObjectName(QStringLiteral("Chart101"));
     GroupDelayFiller::InitChartDesign(chart_->model());
+    // A curve's point x is its band + 1: the readout names the band by its frequency edges.
+    chart_->setReadoutFormatter(
+        [](const chart::ChartModel& model, const chart::Series& series, const chart::Point& point) {
+            const int band = static_cast<int>(std::lround(point.x)) - 1;
+            if (series.kind != chart::SeriesKind::Line || band < 0 || band >= kGroupDelayBands) {
+                return chart::defaultReadoutText(model, series, point);
+            }
+            return QStringLiteral("%1: %2, %3 ms")
+                .arg(series.title.trimmed(), view_axis::GroupDelayBandCaption(band),
+                     QString::number(point.y, 'f', 2));
+        });
     chart_->setMinimumHeight(160);
     layout->addWidget(chart_, 1);
 

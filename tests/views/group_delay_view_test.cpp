@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QSlider>
 #include <QTabWidget>
+#include <QTest>
 #include <algorithm>
 
 #include "view_fixture.h"
@@ -132,6 +133,18 @@ TEST_F(GroupDelayViewTest, LineFillDrawsEveryGroupAndParksTheOtherSlots) {
     EXPECT_EQ(child->Panel1()->ComboChannel()->currentIndex(), 0);
     child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
     EXPECT_EQ(child->Panel1()->ComboChannel()->currentIndex(), 2);
+
+    // The readout names a curve's band by its frequency edges.
+    child->Panel1()->TrackBar(Track::Zoom)->setValue(0);
+    auto* chart101 = child->GroupDelay()->Chart101();
+    chart101->repaint();
+    const auto& point = model.series[1].points[22];
+    QTest::mouseMove(chart101, chart::ChartProjection::forChart(model, QRectF(chart101->rect()))
+                                   .map(point.x, point.y, 1)
+                                   .toPoint());
+    EXPECT_EQ(chart101->readout().text, QStringLiteral("%1: 928-999Hz, %2 ms")
+                                            .arg(model.series[1].title.trimmed())
+                                            .arg(point.y, 0, 'f', 2));
 }
 
 TEST_F(GroupDelayViewTest, AGroupWithoutAfterDataKeepsItsSwatch) {

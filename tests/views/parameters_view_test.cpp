@@ -81,9 +81,13 @@ TEST_F(ParametersViewTest, ComboChannelSelectsTheMemory) {
     EXPECT_EQ(view->Sheet().width, 647);
     ASSERT_TRUE(picture(*child)->grab().save(screenshotFolder() + "/parameters-memory3.png"));
 
-    // Off the Parameters tab the box is not the memory selector.
+    // Off the Parameters tab the box picks channels again; back on it, memory 3 is kept.
     child->PageControl()->setCurrentIndex(TMDIChild::kReverbTab);
-    EXPECT_FALSE(combo->isVisible());
+    EXPECT_EQ(combo->itemText(0), QStringLiteral("ALL"));
+    EXPECT_NE(combo->count(), 7);
+    child->PageControl()->setCurrentIndex(TMDIChild::kParametersTab);
+    EXPECT_EQ(combo->currentIndex(), 3);
+    EXPECT_EQ(view->Memory(), 3);
 }
 
 TEST_F(ParametersViewTest, SmallSheetFillsTheBoxLargeSheetScrolls) {
