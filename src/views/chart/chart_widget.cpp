@@ -39,10 +39,21 @@ void ChartWidget::renderCache() {
 }
 
 void ChartWidget::paintEvent(QPaintEvent*) {
-    // A hover only moves the crosshair: the chart itself is drawn again only when it changed.
-    if (!cacheValid_ || cache_.size() != size() * devicePixelRatioF())
-        renderCache();
+    const bool cacheFits = cacheValid_ && cache_.size() == size() * devicePixelRatioF();
     QPainter painter(this);
+    // Only a chart the mouse has come over keeps a picture of itself, until it next changes:
+    // a hover then only moves the crosshair, and a window of charts nobody points at holds
+    // no pixels beyond the screen's.
+    if (!cacheFits && !hovering_) {
+        cache_ = QPixmap();
+        cacheValid_ = false;
+        projection_.reset();
+        paint(painter, QRectF(rect()));
+        ++cacheRenders_;
+        return;
+    }
+    if (!cacheFits)
+        renderCache();
     painter.drawPixmap(0, 0, cache_);
     paintReadout(painter, readout_);
 }
@@ -54,6 +65,7 @@ void ChartWidget::resizeEvent(QResizeEvent* event) {
 }
 
 void ChartWidget::mouseMoveEvent(QMouseEvent* event) {
+    hovering_ = true;
     // Between a change and the next paint the cached projection is stale; a fresh one costs
     // no drawing.
     if (!cacheValid_ || !projection_)
@@ -67,12 +79,14 @@ void ChartWidget::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void ChartWidget::leaveEvent(QEvent* event) {
+    hovering_ = false;
     setReadout({});
     QToolTip::hideText();
     QWidget::leaveEvent(event);
 }
 
 void ChartWidget::hideEvent(QHideEvent* event) {
+    hovering_ = false;
     setReadout({});
     QWidget::hideEvent(event);
 }

@@ -57,6 +57,7 @@ class ChartWidget : public QWidget {
     ReadoutFormatter formatter_;
     QPixmap cache_;
     bool cacheValid_ = false;
+    bool hovering_ = false;  // the mouse has moved over the chart and not left it
     std::optional<ChartProjection> projection_;  // of the cached picture
     Readout readout_;
     int cacheRenders_ = 0;
