@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <vector>
 
+#include "render_fixture.h"
 #include "support/golden.h"
 
 namespace sonalyx::test {
@@ -14,32 +12,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class RenderTest : public ::testing::Test {
+class RenderTest : public RenderFixture {
   protected:
-    void SetUp() override {
-        dir_ = fs::temp_directory_path() / ("sonalyx-render-test-" + std::to_string(getpid()));
-        fs::create_directories(dir_);
-    }
-    void TearDown() override { fs::remove_all(dir_); }
-    std::string path(const std::string& name) const { return (dir_ / name).string(); }
-    static std::string sample(int layout) {
-        return samplesPath("sample-layout-" + std::to_string(layout) + ".csv");
-    }
-    // Runs sonalyx-cli render with the arguments; returns the exit status, stderr in err_.
-    int render(const std::string& args) {
-        const std::string command =
-            std::string(SONALYX_CLI) + " render " + args + " 2>'" + path("stderr.txt") + "'";
-        const int raw = std::system(command.c_str());
-        std::ifstream in(path("stderr.txt"));
-        err_.assign(std::istreambuf_iterator<char>(in), {});
-        return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    }
-    static std::string read(const std::string& file) {
-        std::ifstream in(file, std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
     static std::vector<std::string> lines(const std::string& file) {
         std::ifstream in(file);
         std::vector<std::string> out;
@@ -48,9 +22,6 @@ class RenderTest : public ::testing::Test {
         }
         return out;
     }
-
-    fs::path dir_;
-    std::string err_;
 };
 
 TEST_F(RenderTest, ChartDataOfAFewViewsMatchesTheGoldenFiles) {

@@ -1,6 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -8,6 +6,7 @@
 #include "document/document_file.h"
 #include "document/document_loader.h"
 #include "document/document_writer.h"
+#include "render_fixture.h"
 #include "support/golden.h"
 
 namespace sonalyx::test {
@@ -15,32 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class RenderSheetTest : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        dir_ = fs::temp_directory_path() / ("sonalyx-render-test-" + std::to_string(getpid()));
-        fs::create_directories(dir_);
-    }
-    void TearDown() override { fs::remove_all(dir_); }
-    std::string path(const std::string& name) const { return (dir_ / name).string(); }
-
-    // Runs sonalyx-cli render with the arguments; returns the exit status and keeps stderr.
-    int render(const std::string& args) {
-        const std::string errFile = path("stderr.txt");
-        const std::string command = std::string(SONALYX_CLI) + " render " + args + " 2>" + errFile;
-        const int raw = std::system(command.c_str());
-        std::ifstream in(errFile);
-        err_.assign(std::istreambuf_iterator<char>(in), {});
-        return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    }
-    std::string bytes(const std::string& name) const {
-        std::ifstream in(path(name), std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    }
-
-    fs::path dir_;
-    std::string err_;
-};
+class RenderSheetTest : public RenderFixture {};
 
 // Big-endian 32-bit number of the PNG header (the width at 16, the height at 20).
 unsigned pngNumber(const std::string& png, size_t at) {

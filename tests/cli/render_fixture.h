@@ -1,0 +1,48 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "support/golden.h"
+
+namespace sonalyx::test {
+
+// Runs sonalyx-cli render as a program in a folder of its own, keeping its stderr.
+class RenderFixture : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        dir_ = std::filesystem::temp_directory_path() /
+               ("sonalyx-render-test-" + std::to_string(getpid()));
+        std::filesystem::create_directories(dir_);
+    }
+    void TearDown() override { std::filesystem::remove_all(dir_); }
+    std::string path(const std::string& name) const { return (dir_ / name).string(); }
+    static std::string sample(int layout) {
+        return samplesPath("sample-layout-" + std::to_string(layout) + ".csv");
+    }
+    // Returns the exit status; stderr is in err_.
+    int render(const std::string& args) {
+        const std::string command =
+            std::string(SONALYX_CLI) + " render " + args + " 2>'" + path("stderr.txt") + "'";
+        const int raw = std::system(command.c_str());
+        err_ = read(path("stderr.txt"));
+        return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    }
+    static std::string read(const std::string& file) {
+        std::ifstream in(file, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    }
+    std::string bytes(const std::string& name) const { return read(path(name)); }
+
+    std::filesystem::path dir_;
+    std::string err_;
+};
+
+}  // namespace sonalyx::test
