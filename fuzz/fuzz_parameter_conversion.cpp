@@ -3,11 +3,9 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <string>
 #include <vector>
 
-#include "document/document_file.h"
 #include "retrieval/parameter_conversion.h"
 #include "round_trip_properties.h"
 
@@ -70,11 +68,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         converter.finishFallback(lines);
     }
-    const fuzzing::RoundTripVerdict verdict = fuzzing::checkRoundTrip(joinLines(lines));
-    if (!verdict.loaded || !verdict.problem.empty()) {
-        std::fprintf(stderr, "converted text: %s\n",
-                     verdict.loaded ? verdict.problem.c_str() : "not a document");
-        __builtin_trap();
-    }
+    fuzzing::trapUnlessConvertedTextRoundTrips(lines);
     return 0;
 }

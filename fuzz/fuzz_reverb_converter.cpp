@@ -3,11 +3,9 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <string>
 #include <vector>
 
-#include "document/document_file.h"
 #include "retrieval/reverb_converter.h"
 #include "round_trip_properties.h"
 
@@ -53,11 +51,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         lines.emplace_back();
         converter.writeGroupDelaySection(lines);
     }
-    const fuzzing::RoundTripVerdict verdict = fuzzing::checkRoundTrip(joinLines(lines));
-    if (!verdict.loaded || !verdict.problem.empty()) {
-        std::fprintf(stderr, "converted text: %s\n",
-                     verdict.loaded ? verdict.problem.c_str() : "not a document");
-        __builtin_trap();
-    }
+    fuzzing::trapUnlessConvertedTextRoundTrips(lines);
     return 0;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <set>
 #include <vector>
 
@@ -114,6 +115,15 @@ RoundTripVerdict checkRoundTrip(std::string_view text) {
     verdict.problem = "saving again did not settle within " + std::to_string(kMostSavesToSettle) +
                       " saves (" + verdict.exemption + ")";
     return verdict;
+}
+
+void trapUnlessConvertedTextRoundTrips(const std::vector<std::string>& lines) {
+    const RoundTripVerdict verdict = checkRoundTrip(joinLines(lines));
+    if (!verdict.loaded || !verdict.problem.empty()) {
+        std::fprintf(stderr, "converted text: %s\n",
+                     verdict.loaded ? verdict.problem.c_str() : "not a document");
+        __builtin_trap();
+    }
 }
 
 }  // namespace sonalyx::fuzzing

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace sonalyx::fuzzing {
 
@@ -18,6 +19,10 @@ struct RoundTripVerdict {
 // second save writes the same text as the first unless the document holds one of the named
 // constructs the format cannot tell from its own structure; and those settle within a few saves.
 RoundTripVerdict checkRoundTrip(std::string_view text);
+
+// The converter targets' property: the text a conversion wrote loads as a document and keeps
+// every round-trip property. Otherwise says why on stderr and traps, which is a finding.
+void trapUnlessConvertedTextRoundTrips(const std::vector<std::string>& lines);
 
 // Saves after which a document with an exempted construct must have stopped changing.
 inline constexpr int kMostSavesToSettle = 8;
