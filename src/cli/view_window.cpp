@@ -1,0 +1,113 @@
+#include "view_window.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QLabel>
+#include <QSlider>
+#include <QTabWidget>
+#include <filesystem>
+#include <iostream>
+
+#include "document/document_file.h"
+#include "views/mdi_child.h"
+
+namespace sonalyx {
+
+namespace {
+
+// The command line never asks where to save.
+class NoChooser : public FileChooser {
+  public:
+    std::optional<std::string> chooseSaveFile(const std::string&) override { return std::nullopt; }
+};
+
+NoChooser& noChooser() {
+    static NoChooser chooser;
+    return chooser;
+}
+
+// Applies the options in the order a user would set them.
+bool ApplyView(TMDIChild& window, const RenderOptions& o) {
+    window.PageControl()->setCurrentIndex(o.tab);
+    if (o.pair) {
+        window.SetPairMode(1);
+    }
+    if (o.freq) {
+        window.FreqClick();
+    }
+    if (o.after) {
+        window.OnClickEQAfter();
+    }
+    if (o.graph2D) {
+        window.SetGraph3D(false);
+    }
+    if (o.channel) {
+        QComboBox* combo = window.Panel1()->ComboChannel();
+        if (*o.channel >= combo->count()) {
+            std::cerr << "No entry " << *o.channel << " in the channel list (0 to "
+                      << combo->count() - 1 << ").\n";
+            return false;
+        }
+        combo->setCurrentIndex(*o.channel);
+    }
+    const std::pair<Track, std::optional<int>> sliders[] = {{Track::Elevation, o.elevation},
+                                                            {Track::Rotation, o.rotation},
+                                                            {Track::Zoom, o.zoom},
+                                                            {Track::Move, o.move},
+                                                            {Track::TimeSlice, o.slice}};
+    for (const auto& [track, position] : sliders) {
+        if (position) {
+            window.Panel1()->TrackBar(track)->setValue(*position);
+        }
+    }
+    if (o.bar) {
+        window.OnClickTimeSlice();
+    }
+    return true;
+}
+
+}  // namespace
+
+std::unique_ptr<TMDIChild> openViewWindow(const RenderOptions& options, Messenger& messenger,
+                                          int& status) {
+    status = 1;
+    std::error_code ec;
+    if (!std::filesystem::exists(options.input, ec)) {
+        messenger.show("The file is not exist.", options.input, MessageMode::Ok);
+        return nullptr;
+    }
+    const auto lines = readDocumentLines(options.input);
+    if (!lines) {
+        messenger.show("Can't read the file. Please close, if it's opened.", options.input,
+                       MessageMode::Ok);
+        return nullptr;
+    }
+    const QString path = QFileInfo(QString::fromStdString(options.input)).absoluteFilePath();
+    auto window = std::make_unique<TMDIChild>(path, messenger, noChooser());
+    window->setAttribute(Qt::WA_DeleteOnClose, false);
+    window->resize(options.width, options.height);
+    window->show();
+    if (!window->LoadDocument(*lines, path)) {
+        return nullptr;
+    }
+    QApplication::processEvents();
+    if (!ApplyView(*window, options)) {
+        return nullptr;
+    }
+    QApplication::processEvents();
+    status = 0;
+    return window;
+}
+
+bool tabHasNoData(const TMDIChild& window) {
+    const QWidget* page = window.PageControl()->currentWidget();
+    for (const auto* label : page->findChildren<QLabel*>(QStringLiteral("LabelNoData"))) {
+        if (label->isVisibleTo(page)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace sonalyx
