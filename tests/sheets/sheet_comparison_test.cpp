@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+#include <map>
+#include <sstream>
+
+#include "document/document_file.h"
+#include "document/document_loader.h"
+#include "fixed_metrics.h"
+#include "sheets/sheet_comparison.h"
+#include "support/golden.h"
+
+namespace sonalyx::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+using Edits = std::map<std::string, std::string>;  // line -> its new lines
+
+SheetPicture screen(const Lines& section, const Edits& edits, int memory) {
+    Lines lines;
+    for (const std::string& line : section) {
+        if (!edits.contains(line)) {
+            lines.push_back(line);
+            continue;
+        }
+        std::istringstream edited(edits.at(line));
+        for (std::string part; std::getline(edited, part);)
+            lines.push_back(part);
+    }
+    static const FixedMetrics metrics;
+    ParameterSheet sheet(metrics);
+    EXPECT_TRUE(sheet.Parse(lines));
+    return sheet.BuildScreen(memory);
+}
+
+// One sample edited against itself: exactly the edited cells are marked, wherever they stand;
+// an EQ memory or a channel that only one document has shifts nothing below it.
+TEST(SheetComparisonTest, MarksExactlyTheCellsThatReadDifferently) {
+    const std::string sub = "Sub Woofer,,+3.0dB,+6.0dB,-4.0dB,-1.0dB,+2.0dB,+5.0dB";
+    const Edits settings = {
+        {"Crossover,,80Hz", "Crossover,,100Hz"},
+        {",,-1.0dB/oct", ",,Off"},
+        {"Center,,+2.0dB,+5.0dB,-5.0dB,-2.0dB,+1.0dB,+4.0dB",
+         "Center,,+2.0dB,+4.5dB,-5.0dB,-2.0dB,+1.0dB,+4.0dB"},
+        {"Freq,92Hz,110Hz,131Hz,,Freq,155Hz,185Hz,220Hz,,Freq,63Hz,74Hz,88Hz",
+         "Freq,92Hz,110Hz,131Hz,,Freq,155Hz,190Hz,220Hz,,Freq,63Hz,74Hz,88Hz"},
+        {"Left,,+1.5dB,+3.0dB,+4.5dB,+6.0dB,-5.0dB,-3.5dB,-2.0dB,-0.5dB,+1.0dB, 0.0dB",
+         "Left,,+2.0dB,+3.0dB,+4.5dB,+6.0dB,-5.0dB,-3.5dB,-2.0dB,-0.5dB,+1.0dB, 0.0dB"}};
+    // Memory 2's EQ block, renamed out of reach: its band row and nine channels of 10 figures.
+    const Edits withoutEq2 = {{"[M2],,63Hz,125Hz,250Hz,500Hz,1kHz,2kHz,4kHz,8kHz,16kHz,Trim",
+                               "[M7],,63Hz,125Hz,250Hz,500Hz,1kHz,2kHz,4kHz,8kHz,16kHz,Trim"}};
+    const Edits topSurround = {
+        {sub, "Top Surr L,,+1.0dB,+1.0dB,+1.0dB,+1.0dB,+1.0dB,+1.0dB\n" + sub}};
+    struct Case {
+        const char* name;
+        Edits edits;
+        int memory;
+        Lines marked;  // in drawing order
+        int withoutCounterpart, referenceOnly;
+    };
+    const Case cases[] = {
+        {"unchanged", {}, 0, {}, 0, 0},
+        {"all memories", settings, 0, {"100Hz", "Off", "+4.5dB", "190Hz", "+2.0dB"}, 0, 0},
+        {"memory 3", settings, 3, {"100Hz", "Off", "190Hz", "+2.0dB"}, 0, 0},
+        {"memory 5", settings, 5, {"100Hz", "Off"}, 0, 0},
+        {"EQ memory 2 only in the reference", withoutEq2, 0, {}, 0, 100},
+        {"a channel only here", topSurround, 0, Lines(6, "+1.0dB"), 6, 0},
+    };
+    MeasurementDocument doc;
+    const auto file = readDocumentLines(samplesPath("sample-layout-9.csv"));
+    ASSERT_TRUE(file && DocumentLoader::load(doc, *file, "9", nullptr));
+    for (const Case& c : cases) {
+        const SheetPicture sheet = screen(doc.parameterLines, c.edits, c.memory);
+        const SheetComparison comparison(sheet, screen(doc.parameterLines, {}, c.memory));
+        Lines marked;
+        for (const std::size_t op : comparison.DifferingOps())
+            marked.push_back(sheet.ops[op].text);
+        const std::string name =
+            "memory " + std::to_string(c.memory) + ", " + std::to_string(c.edits.size()) + " edits";
+        EXPECT_EQ(marked, c.marked) << c.name;
+        EXPECT_EQ(comparison.DifferingCells(), static_cast<int>(c.marked.size())) << c.name;
+        EXPECT_EQ(comparison.CellsWithoutCounterpart(), c.withoutCounterpart) << c.name;
+        EXPECT_EQ(comparison.ReferenceOnlyCells(), c.referenceOnly) << c.name;
+    }
+}
+
+}  // namespace
+}  // namespace sonalyx::test
