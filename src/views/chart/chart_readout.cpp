@@ -1,7 +1,10 @@
 #include "views/chart/chart_readout.h"
 
+#include <QObject>
 #include <QPainter>
 #include <QRegularExpression>
+#include <algorithm>
+#include <cmath>
 
 namespace sonalyx::chart {
 
@@ -32,7 +35,61 @@ QString withUnit(double value, const QString& unit) {
     return unit.isEmpty() ? number(value) : number(value) + QLatin1Char(' ') + unit;
 }
 
+// Compared figures keep two decimals, so a value and its difference line up: 60.50, +0.75.
+QString comparedValue(double value, const QString& unit, bool sign) {
+    QString text = QString::number(value, 'f', 2);
+    if (text == QLatin1String("-0.00"))
+        text = QStringLiteral("0.00");
+    if (sign && value > 0 && text != QLatin1String("0.00"))
+        text.prepend(QLatin1Char('+'));
+    return unit.isEmpty() ? text : text + QLatin1Char(' ') + unit;
+}
+
+// The point of a curve at x: both documents share the time points and bands, so the same x
+// is the same measurement.
+const Point* pointAt(const Series& series, double x) {
+    const double tolerance = 1e-9 * std::max(1.0, std::abs(x));
+    const auto it = std::find_if(series.points.begin(), series.points.end(),
+                                 [&](const Point& p) { return std::abs(p.x - x) <= tolerance; });
+    return it == series.points.end() ? nullptr : &*it;
+}
+
+const QString kSeparator = QStringLiteral(" \u00b7 ");
+
 }  // namespace
+
+QString readoutText(const ChartModel& model, const NearestPoint& found,
+                    const ReadoutFormatter& format) {
+    const auto slot = static_cast<std::size_t>(found.slot);
+    const Series& series = found.reference ? model.referenceSeries[slot] : model.series[slot];
+    const Point& point = series.points[static_cast<std::size_t>(found.index)];
+    const QString text =
+        format ? format(model, series, point) : defaultReadoutText(model, series, point);
+    if (model.referenceSeries.empty())
+        return text;
+    const Series* other = nullptr;
+    if (found.reference && slot < model.series.size())
+        other = &model.series[slot];
+    else if (!found.reference && slot < model.referenceSeries.size())
+        other = &model.referenceSeries[slot];
+    const Point* match = other != nullptr ? pointAt(*other, point.x) : nullptr;
+    if (match == nullptr) {
+        return found.reference ? QObject::tr("Reference") + kSeparator + text + kSeparator +
+                                     QObject::tr("not in this document")
+                               : text + kSeparator + QObject::tr("no reference value");
+    }
+    const QString unit = unitOf(model.left);
+    const double mine = found.reference ? match->y : point.y;
+    const double theirs = found.reference ? point.y : match->y;
+    const QString difference = QStringLiteral("\u0394 ") + comparedValue(mine - theirs, unit, true);
+    if (found.reference) {
+        return QObject::tr("Reference") + kSeparator + text + kSeparator +
+               QObject::tr("document %1").arg(comparedValue(mine, unit, false)) + kSeparator +
+               difference;
+    }
+    return text + kSeparator + QObject::tr("ref %1").arg(comparedValue(theirs, unit, false)) +
+           kSeparator + difference;
+}
 
 QString defaultReadoutText(const ChartModel& model, const Series& series, const Point& point) {
     QString text = series.title.trimmed();
@@ -63,7 +120,7 @@ Readout readoutAt(const ChartModel& model, const ChartProjection& projection, co
                                : model.series[static_cast<std::size_t>(readout.point.slot)];
     const Point& point = series.points[static_cast<std::size_t>(readout.point.index)];
     readout.pointPixel = projection.map(point.x, point.y, readout.point.slot);
-    readout.text = format ? format(model, series, point) : defaultReadoutText(model, series, point);
+    readout.text = readoutText(model, readout.point, format);
     readout.shown = true;
     return readout;
 }

@@ -32,6 +32,14 @@ using ReadoutFormatter = std::function<QString(const ChartModel&, const Series&,
 
 QString defaultReadoutText(const ChartModel& model, const Series& series, const Point& point);
 
+// The readout text of a point the cursor found. On a chart with reference curves it adds the
+// other curve's value at the same x and the difference, always this document minus the
+// reference: "63: 45 ms, 61.25 dB · ref 60.50 dB · Δ +0.75 dB"; on a reference point it says
+// so and gives the document's value: "Reference · 63: 45 ms, 60.5 dB · document 61.25 dB · Δ
+// +0.75 dB". referenceSeries[i] belongs to slot i; a curve without a counterpart says that.
+QString readoutText(const ChartModel& model, const NearestPoint& found,
+                    const ReadoutFormatter& format);
+
 // The readout at a mouse position, through the projection the chart was drawn with.
 Readout readoutAt(const ChartModel& model, const ChartProjection& projection, const QPointF& mouse,
                   const ReadoutFormatter& format);
