@@ -15,6 +15,7 @@
 #include <QSaveFile>
 #include <QTableView>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "document/decay_table_csv.h"
 #include "views/decay_header_view.h"
@@ -54,6 +55,11 @@ TFormDecayTimes::TFormDecayTimes(const sonalyx::MeasurementDocument& document, i
 
     labelNoData_ = new QLabel(tr("No reverb data in this document."), this);
     labelNoData_->setObjectName(QStringLiteral("LabelNoData"));
+    labelReference_ = new QLabel(this);
+    labelReference_->setObjectName(QStringLiteral("LabelReference"));
+    labelReference_->setTextFormat(Qt::PlainText);
+    labelReference_->setWordWrap(true);
+    labelReference_->hide();
 
     tableDecay_ = new QTableView(this);
     tableDecay_->setObjectName(QStringLiteral("TableDecay"));
@@ -76,6 +82,7 @@ TFormDecayTimes::TFormDecayTimes(const sonalyx::MeasurementDocument& document, i
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(controls);
     layout->addWidget(method);
+    layout->addWidget(labelReference_);
     layout->addWidget(labelNoData_);
     layout->addWidget(tableDecay_, 1);
     layout->addWidget(buttons);
@@ -88,11 +95,73 @@ TFormDecayTimes::TFormDecayTimes(const sonalyx::MeasurementDocument& document, i
     resize(960, 440);
 }
 
+void TFormDecayTimes::SetReference(const sonalyx::MeasurementDocument* reference,
+                                   const QString& title) {
+    const QString name = QFileInfo(documentPath_).fileName();
+    if (reference != nullptr) {
+        referenceChannels_ = sonalyx::buildDecayTable(*reference, false);
+        referenceGroups_ = sonalyx::buildDecayTable(*reference, true);
+        setWindowTitle(tr("Decay Times - %1 compared with %2").arg(name, title));
+    } else {
+        referenceChannels_.reset();
+        referenceGroups_.reset();
+        setWindowTitle(tr("Decay Times - %1").arg(name));
+    }
+    referenceTitle_ = title;
+    ShowTable();
+}
+
 void TFormDecayTimes::ShowTable() {
-    model_.setTable(comboRows_->currentIndex() == 1 ? groups_ : channels_);
+    const bool groups = comboRows_->currentIndex() == 1;
+    model_.setTable(groups ? groups_ : channels_);
+    const auto& reference = groups ? referenceGroups_ : referenceChannels_;
+    if (reference)
+        model_.addColumnSet(tr("Reference"), *reference);
     const bool empty = model_.table().empty();
     labelNoData_->setVisible(empty);
     btnExport_->setEnabled(!empty);
+    ShowReferenceNote();
+}
+
+namespace {
+
+// The names of `theirs` that `ours` lacks, for the user to read.
+QStringList missingNames(const std::vector<std::string>& theirs,
+                         const std::vector<std::string>& ours) {
+    QStringList missing;
+    for (const std::string& name : theirs) {
+        if (std::find(ours.begin(), ours.end(), name) == ours.end())
+            missing.append(sonalyx::MemoCodec::decodeLine(name));
+    }
+    return missing;
+}
+
+}  // namespace
+
+// Names the reference, and what of it this document has no row or band for: those figures
+// have no place in the table, and a user comparing two layouts should not have to hunt for
+// them.
+void TFormDecayTimes::ShowReferenceNote() {
+    const bool groups = comboRows_->currentIndex() == 1;
+    const auto& reference = groups ? referenceGroups_ : referenceChannels_;
+    labelReference_->setVisible(reference.has_value());
+    if (!reference)
+        return;
+    QString note = tr("Reference columns: %1.").arg(referenceTitle_);
+    if (reference->empty())
+        note += QLatin1Char(' ') + tr("It has no reverb data.");
+    const QStringList items = missingNames(reference->items, model_.table().items);
+    if (!items.isEmpty()) {
+        note += QLatin1Char(' ') + (groups ? tr("Its groups not in this document: %1.")
+                                           : tr("Its channels not in this document: %1."))
+                                       .arg(items.join(QStringLiteral(", ")));
+    }
+    const QStringList bands = missingNames(reference->bands, model_.table().bands);
+    if (!bands.isEmpty()) {
+        note += QLatin1Char(' ') +
+                tr("Its bands not in this document: %1.").arg(bands.join(QStringLiteral(", ")));
+    }
+    labelReference_->setText(note);
 }
 
 void TFormDecayTimes::ComboRowsChange(int) {
