@@ -1,8 +1,11 @@
 #include "views/parameters_view.h"
 
+#include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPixmap>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -12,6 +15,7 @@
 
 using sonalyx::ParameterSheet;
 using sonalyx::SheetColours;
+using sonalyx::SheetComparison;
 using sonalyx::SheetPainter;
 using sonalyx::SheetPicture;
 
@@ -29,11 +33,32 @@ ParametersView::ParametersView(QWidget* parent)
     picture_->setObjectName(QStringLiteral("ImageSheet"));
     picture_->move(0, 0);
     picture_->hide();
+    picture_->installEventFilter(this);
     scrollBox_->setWidget(panel_);
     scrollBox_->setPalette(palette);
+
+    // The count line, with a swatch of the mark so it reads as the key to the marked cells.
+    panelComparison_ = new QWidget(this);
+    panelComparison_->setObjectName(QStringLiteral("PanelComparison"));
+    auto* swatch = new QLabel(panelComparison_);
+    swatch->setFixedSize(14, 14);
+    const SheetColours screen = SheetColours::screen();
+    swatch->setStyleSheet(QStringLiteral("background: %1; border: 1px solid %2;")
+                              .arg(screen.markBackground.name(), screen.markText.name()));
+    labelComparison_ = new QLabel(panelComparison_);
+    labelComparison_->setObjectName(QStringLiteral("LabelComparison"));
+    labelComparison_->setTextFormat(Qt::PlainText);
+    auto* comparison = new QHBoxLayout(panelComparison_);
+    comparison->setContentsMargins(2, 0, 2, 2);
+    comparison->addWidget(swatch);
+    comparison->addWidget(labelComparison_, 1);
+    panelComparison_->hide();
+
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(scrollBox_);
+    layout->setSpacing(2);
+    layout->addWidget(panelComparison_);
+    layout->addWidget(scrollBox_, 1);
 }
 
 void ParametersView::SetDocument(sonalyx::MeasurementDocument* document) {
@@ -47,6 +72,16 @@ QStringList ParametersView::MemoryItems() {
     return items;
 }
 
+void ParametersView::SetReference(const sonalyx::MeasurementDocument* reference,
+                                  const QString& title) {
+    if (reference != nullptr)
+        referenceLines_ = reference->parameterLines;
+    else
+        referenceLines_.reset();
+    referenceTitle_ = title;
+    BuildParameterSheet();
+}
+
 void ParametersView::SetMemory(int memory) {
     memory_ = std::clamp(memory, 0, ParameterSheet::kMemoryCount);
     BuildParameterSheet();
@@ -55,20 +90,89 @@ void ParametersView::SetMemory(int memory) {
 bool ParametersView::BuildParameterSheet() {
     picture_->hide();
     sheet_ = SheetPicture();
+    comparison_ = SheetComparison();
     ParameterSheet sheet(fonts_);
     // Parsing writes the distances back in display units, so a later save keeps them so.
     if (document_ == nullptr || !sheet.Parse(document_->parameterLines)) {
         scrollBox_->SetSheetSize(QSize());
+        panelComparison_->hide();
         return false;
     }
     sheet_ = sheet.BuildScreen(memory_);
-    const QImage image =
-        SheetPainter(fonts_, SheetColours::screen()).image(sheet_, devicePixelRatioF());
+    ShowComparison(CompareWithReference());
+    SheetPainter painter(fonts_, SheetColours::screen());
+    painter.SetMarked(comparison_.DifferingOps());
+    const QImage image = painter.image(sheet_, devicePixelRatioF());
     picture_->setPixmap(QPixmap::fromImage(image));
     picture_->resize(sheet_.width, sheet_.height);
     scrollBox_->SetSheetSize(picture_->size());
     picture_->show();
     return true;
+}
+
+bool ParametersView::CompareWithReference() {
+    if (!referenceLines_)
+        return false;
+    // A copy, since parsing rewrites the distance rows and the lines are the other window's.
+    std::vector<std::string> lines = *referenceLines_;
+    ParameterSheet reference(fonts_);
+    if (!sonalyx::hasParameterRows(lines) || !reference.Parse(lines))
+        return false;
+    comparison_ = SheetComparison(sheet_, reference.BuildScreen(memory_));
+    return true;
+}
+
+void ParametersView::ShowComparison(bool referenceSheet) {
+    panelComparison_->setVisible(referenceLines_.has_value());
+    if (!referenceLines_)
+        return;
+    if (!referenceSheet) {
+        labelComparison_->setText(tr("%1 has no parameters to compare with.").arg(referenceTitle_));
+        return;
+    }
+    const int count = comparison_.DifferingCells();
+    QString text = count == 0   ? tr("No cells differ from %1").arg(referenceTitle_)
+                   : count == 1 ? tr("1 cell differs from %1").arg(referenceTitle_)
+                                : tr("%1 cells differ from %2").arg(count).arg(referenceTitle_);
+    // Rows one document has and the other lacks (another speaker layout) are named apart,
+    // so the count does not pass them off as changed values.
+    if (const int absent = comparison_.CellsWithoutCounterpart(); absent > 0)
+        text += tr(", %1 of them not in it").arg(absent);
+    if (const int lacking = comparison_.ReferenceOnlyCells(); lacking > 0) {
+        text += lacking == 1 ? tr("; 1 of its cells is not on this sheet")
+                             : tr("; %1 of its cells are not on this sheet").arg(lacking);
+    }
+    labelComparison_->setText(text);
+}
+
+QString ParametersView::DifferenceText(const QPoint& sheetPoint) const {
+    for (const sonalyx::CellDifference& difference : comparison_.Differences()) {
+        const sonalyx::SheetOp& op = sheet_.ops[difference.op];
+        // Free-running texts (the last cell of a row) own the width they are drawn in.
+        const int width = op.width > 0 ? op.width : fonts_.width(op.text, op.font);
+        const QRect cell(op.x, op.y, std::max(width, 1), fonts_.height(op.font));
+        if (!cell.contains(sheetPoint))
+            continue;
+        if (!difference.inReference)
+            return tr("Not in %1").arg(referenceTitle_);
+        if (difference.referenceText.empty())
+            return tr("Empty in %1").arg(referenceTitle_);
+        return QStringLiteral("%1: %2").arg(referenceTitle_, fonts_.text(difference.referenceText));
+    }
+    return {};
+}
+
+bool ParametersView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == picture_ && event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QString text = DifferenceText(help->pos());
+        if (text.isEmpty())
+            QToolTip::hideText();
+        else
+            QToolTip::showText(help->globalPos(), text, picture_);
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 bool ParametersView::ParameterPage(int page, int pageCount, SheetPicture& out) const {

@@ -3,9 +3,13 @@
 #include <QImage>
 #include <QStringList>
 #include <QWidget>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "document/measurement_document.h"
 #include "sheets/parameter_sheet.h"
+#include "sheets/sheet_comparison.h"
 #include "sheets/sheet_fonts.h"
 
 class QLabel;
@@ -13,7 +17,9 @@ class QPainter;
 class SheetScrollBox;
 
 // The Parameters tab's sheet: the document's parameters drawn as titled tables, silver on
-// black, for all memories or for one, in a scroll box. It also draws the printed pages.
+// black, for all memories or for one, in a scroll box. It also draws the printed pages. With a
+// reference document, the screen sheet marks the cells that read differently there and a line
+// above it counts them; printed pages never carry the marks.
 class ParametersView : public QWidget {
     Q_OBJECT
 
@@ -22,6 +28,17 @@ class ParametersView : public QWidget {
 
     // The document whose parameters section and file memo are drawn (not owned).
     void SetDocument(sonalyx::MeasurementDocument* document);
+
+    // Compares the screen sheet with another document's parameters (nullptr ends it); the
+    // title names that document in the count. The sheet is rebuilt. The reference's section is
+    // copied, so the view never holds on to another window's document.
+    void SetReference(const sonalyx::MeasurementDocument* reference, const QString& title);
+    // The cells of the screen sheet that differ from the reference's (0 without one).
+    int DifferingCells() const { return comparison_.DifferingCells(); }
+    const sonalyx::SheetComparison& Comparison() const { return comparison_; }
+    // What the reference has at a point of the screen sheet (sheet pixels) when the cell there
+    // differs ("measured.csv: 80Hz"); empty elsewhere. Shown as the marked cell's tool tip.
+    QString DifferenceText(const QPoint& sheetPoint) const;
 
     // The memory selector: 0 all memories, 1..6 one memory. The sheet is rebuilt.
     void SetMemory(int memory);
@@ -47,12 +64,24 @@ class ParametersView : public QWidget {
     const sonalyx::SheetFonts& Fonts() const { return fonts_; }
     SheetScrollBox* ScrollBox3() const { return scrollBox_; }
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
+    // Builds the reference's sheet like this one and compares; false without a reference sheet.
+    bool CompareWithReference();
+    void ShowComparison(bool referenceSheet);
+
     sonalyx::MeasurementDocument* document_ = nullptr;
+    std::optional<std::vector<std::string>> referenceLines_;
+    QString referenceTitle_;
+    sonalyx::SheetComparison comparison_;
     sonalyx::SheetFonts fonts_;
     sonalyx::SheetPicture sheet_;
     int memory_ = 0;
     SheetScrollBox* scrollBox_ = nullptr;
     QWidget* panel_ = nullptr;
     QLabel* picture_ = nullptr;
+    QWidget* panelComparison_ = nullptr;
+    QLabel* labelComparison_ = nullptr;
 };

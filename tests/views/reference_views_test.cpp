@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QTemporaryDir>
+
+#include "document/decay_table_csv.h"
+#include "document/document_loader.h"
+#include "view_fixture.h"
+#include "views/form_decay_times.h"
+#include "views/parameters_view.h"
+
+namespace sonalyx::test {
+namespace {
+
+MeasurementDocument loadSample(int layout) {
+    MeasurementDocument doc;
+    EXPECT_TRUE(DocumentLoader::load(doc, sampleLines(layout), "sample.csv", nullptr));
+    return doc;
+}
+
+// The calibrated room against the measured one: three settings changed (each first '0' made a
+// '5'), one of them in memory 1 only. The count follows the memory shown; the marks are on
+// screen, never on paper.
+TEST(ReferenceViewsTest, ParametersCountAndMarkTheChangedCellsOfTheMemoryShown) {
+    const MeasurementDocument before = loadSample(9);
+    MeasurementDocument after = before;
+    for (auto& line : after.parameterLines) {
+        if (line == "Crossover,,80Hz" || line == ",,-1.0dB/oct" ||
+            line == "Center,,+2.0dB,+5.0dB,-5.0dB,-2.0dB,+1.0dB,+4.0dB")
+            line.replace(line.find('0'), 1, "5");
+    }
+    ParametersView view;
+    view.SetDocument(&after);
+    view.resize(760, 900);
+    view.show();
+    view.SetMemory(1);
+    auto* label = view.findChild<QLabel*>(QStringLiteral("LabelComparison"));
+    auto* picture = view.findChild<QLabel*>(QStringLiteral("ImageSheet"));
+    ASSERT_TRUE(label && picture);
+    const QImage plain = picture->pixmap().toImage();
+    const QImage page = view.BuildParameterPage(0, 1);
+    EXPECT_FALSE(label->isVisible());
+
+    view.SetReference(&before, QStringLiteral("measured.csv"));
+    EXPECT_EQ(view.DifferingCells(), 3);
+    EXPECT_TRUE(label->isVisible());
+    EXPECT_NE(picture->pixmap().toImage(), plain);
+    EXPECT_EQ(view.BuildParameterPage(0, 1), page);
+    const SheetOp& crossover = view.Sheet().ops[view.Comparison().Differences().at(0).op];
+    EXPECT_EQ(view.DifferenceText(QPoint(crossover.x + 1, crossover.y + 1)),
+              QStringLiteral("measured.csv: 80Hz"));
+    QDir().mkpath(QStringLiteral(SONALYX_BINARY_DIR "/screenshots"));
+    EXPECT_TRUE(
+        view.grab().save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/parameters-compare.png")));
+    const std::pair<int, const char*> memories[] = {{5, "2 cells differ from measured.csv"},
+                                                    {0, "3 cells differ from measured.csv"}};
+    for (const auto& [memory, text] : memories) {
+        view.SetMemory(memory);
+        EXPECT_EQ(label->text().toStdString(), text);
+    }
+    view.SetMemory(1);
+    view.SetReference(nullptr, QString());
+    EXPECT_FALSE(label->isVisible());
+    EXPECT_EQ(picture->pixmap().toImage(), plain);
+}
+
+// A small layout against a larger one: the reference's columns follow the rows combo, the note
+// names what of the reference has no row here, and the CSV carries the table shown.
+TEST(ReferenceViewsTest, DecayTimesTakeTheReferencesColumnsIntoTheCsv) {
+    const MeasurementDocument five = loadSample(5);
+    const MeasurementDocument seven = loadSample(7);
+    RecordingMessenger messenger;
+    TFormDecayTimes form(five, 0, messenger);
+    form.SetReference(&seven, QStringLiteral("seven.csv"));
+    auto* rows = form.findChild<QComboBox*>(QStringLiteral("ComboRows"));
+    auto* note = form.findChild<QLabel*>(QStringLiteral("LabelReference"));
+    ASSERT_TRUE(rows && note);
+    EXPECT_EQ(note->text().toStdString(),
+              "Reference columns: seven.csv. Its channels not in this document: Surr Back R, Surr "
+              "Back L. Its bands not in this document: 500, 2k, 8k, 16k.");
+    const int bands = static_cast<int>(form.Model().table().bands.size());
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("decay.csv"));
+    for (const bool groups : {false, true}) {
+        rows->setCurrentIndex(groups ? 1 : 0);
+        EXPECT_EQ(form.Model().columnCount(), bands * 6);
+        ASSERT_TRUE(form.ExportCsv(path));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const DecayTable reference = buildDecayTable(seven, groups);
+        EXPECT_EQ(file.readAll().toStdString(),
+                  decayTableCsv(buildDecayTable(five, groups), &reference));
+    }
+    form.SetReference(nullptr, QString());
+    EXPECT_EQ(form.Model().columnCount(), bands * 3);
+    EXPECT_TRUE(note->isHidden() && messenger.said.empty());
+}
+
+}  // namespace
+}  // namespace sonalyx::test
