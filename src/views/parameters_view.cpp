@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPixmap>
+#include <QToolButton>
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -48,10 +49,23 @@ ParametersView::ParametersView(QWidget* parent)
     labelComparison_ = new QLabel(panelComparison_);
     labelComparison_->setObjectName(QStringLiteral("LabelComparison"));
     labelComparison_->setTextFormat(Qt::PlainText);
+    btnPrevDifference_ = new QToolButton(panelComparison_);
+    btnPrevDifference_->setObjectName(QStringLiteral("BtnPrevDifference"));
+    btnPrevDifference_->setArrowType(Qt::UpArrow);
+    btnPrevDifference_->setToolTip(tr("Previous difference"));
+    btnNextDifference_ = new QToolButton(panelComparison_);
+    btnNextDifference_->setObjectName(QStringLiteral("BtnNextDifference"));
+    btnNextDifference_->setArrowType(Qt::DownArrow);
+    btnNextDifference_->setToolTip(tr("Next difference"));
+    connect(btnPrevDifference_, &QToolButton::clicked, this, &ParametersView::PreviousDifference);
+    connect(btnNextDifference_, &QToolButton::clicked, this, &ParametersView::NextDifference);
     auto* comparison = new QHBoxLayout(panelComparison_);
-    comparison->setContentsMargins(2, 0, 2, 2);
+    comparison->setContentsMargins(4, 2, 4, 2);
+    comparison->setSpacing(6);
     comparison->addWidget(swatch);
     comparison->addWidget(labelComparison_, 1);
+    comparison->addWidget(btnPrevDifference_);
+    comparison->addWidget(btnNextDifference_);
     panelComparison_->hide();
 
     auto* layout = new QVBoxLayout(this);
@@ -91,6 +105,7 @@ bool ParametersView::BuildParameterSheet() {
     picture_->hide();
     sheet_ = SheetPicture();
     comparison_ = SheetComparison();
+    currentDifference_ = -1;
     ParameterSheet sheet(fonts_);
     // Parsing writes the distances back in display units, so a later save keeps them so.
     if (document_ == nullptr || !sheet.Parse(document_->parameterLines)) {
@@ -124,6 +139,9 @@ bool ParametersView::CompareWithReference() {
 
 void ParametersView::ShowComparison(bool referenceSheet) {
     panelComparison_->setVisible(referenceLines_.has_value());
+    const bool any = comparison_.DifferingCells() > 0;
+    btnPrevDifference_->setEnabled(any);
+    btnNextDifference_->setEnabled(any);
     if (!referenceLines_)
         return;
     if (!referenceSheet) {
@@ -145,13 +163,39 @@ void ParametersView::ShowComparison(bool referenceSheet) {
     labelComparison_->setText(text);
 }
 
+QRect ParametersView::CellRect(const sonalyx::SheetOp& op) const {
+    // Free-running texts (the last cell of a row) own the width they are drawn in.
+    const int width = op.width > 0 ? op.width : fonts_.width(op.text, op.font);
+    return QRect(op.x, op.y, std::max(width, 1), fonts_.height(op.font));
+}
+
+void ParametersView::NextDifference() {
+    StepDifference(1);
+}
+
+void ParametersView::PreviousDifference() {
+    StepDifference(-1);
+}
+
+void ParametersView::StepDifference(int step) {
+    const int count = comparison_.DifferingCells();
+    if (count == 0)
+        return;
+    currentDifference_ = currentDifference_ < 0 && step < 0
+                             ? count - 1
+                             : (currentDifference_ + step + count) % count;
+    const auto& difference =
+        comparison_.Differences()[static_cast<std::size_t>(currentDifference_)];
+    const QRect cell = CellRect(sheet_.ops[difference.op]);
+    constexpr int kMargin = 60;  // some of the table around the cell stays in view
+    scrollBox_->ensureVisible(cell.center().x(), cell.center().y(), kMargin, kMargin);
+    QToolTip::showText(picture_->mapToGlobal(cell.bottomLeft()), DifferenceText(cell.center()),
+                       picture_);
+}
+
 QString ParametersView::DifferenceText(const QPoint& sheetPoint) const {
     for (const sonalyx::CellDifference& difference : comparison_.Differences()) {
-        const sonalyx::SheetOp& op = sheet_.ops[difference.op];
-        // Free-running texts (the last cell of a row) own the width they are drawn in.
-        const int width = op.width > 0 ? op.width : fonts_.width(op.text, op.font);
-        const QRect cell(op.x, op.y, std::max(width, 1), fonts_.height(op.font));
-        if (!cell.contains(sheetPoint))
+        if (!CellRect(sheet_.ops[difference.op]).contains(sheetPoint))
             continue;
         if (!difference.inReference)
             return tr("Not in %1").arg(referenceTitle_);

@@ -14,6 +14,7 @@
 
 class QLabel;
 class QPainter;
+class QToolButton;
 class SheetScrollBox;
 
 // The Parameters tab's sheet: the document's parameters drawn as titled tables, silver on
@@ -39,6 +40,11 @@ class ParametersView : public QWidget {
     // What the reference has at a point of the screen sheet (sheet pixels) when the cell there
     // differs ("measured.csv: 80Hz"); empty elsewhere. Shown as the marked cell's tool tip.
     QString DifferenceText(const QPoint& sheetPoint) const;
+    // Steps through the differing cells in drawing order (wrapping round): scrolls the cell
+    // into view and shows what the reference has there. -1 before the first step.
+    void NextDifference();
+    void PreviousDifference();
+    int CurrentDifference() const { return currentDifference_; }
 
     // The memory selector: 0 all memories, 1..6 one memory. The sheet is rebuilt.
     void SetMemory(int memory);
@@ -71,11 +77,15 @@ class ParametersView : public QWidget {
     // Builds the reference's sheet like this one and compares; false without a reference sheet.
     bool CompareWithReference();
     void ShowComparison(bool referenceSheet);
+    void StepDifference(int step);
+    // Where a cell of the screen sheet is drawn, in sheet pixels.
+    QRect CellRect(const sonalyx::SheetOp& op) const;
 
     sonalyx::MeasurementDocument* document_ = nullptr;
     std::optional<std::vector<std::string>> referenceLines_;
     QString referenceTitle_;
     sonalyx::SheetComparison comparison_;
+    int currentDifference_ = -1;
     sonalyx::SheetFonts fonts_;
     sonalyx::SheetPicture sheet_;
     int memory_ = 0;
@@ -84,4 +94,6 @@ class ParametersView : public QWidget {
     QLabel* picture_ = nullptr;
     QWidget* panelComparison_ = nullptr;
     QLabel* labelComparison_ = nullptr;
+    QToolButton* btnPrevDifference_ = nullptr;
+    QToolButton* btnNextDifference_ = nullptr;
 };
