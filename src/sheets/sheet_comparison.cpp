@@ -103,14 +103,14 @@ SheetComparison::SheetComparison(const SheetPicture& sheet, const SheetPicture& 
         const auto it = theirs.find(cell.place);
         if (it == theirs.end()) {
             if (!mine.empty()) {
-                differences_.push_back({cell.op, false, {}});
+                differences_.push_back({cell.op, cell.place.table, false, {}});
                 ++withoutCounterpart_;
             }
             continue;
         }
         it->second.matched = true;
         if (*it->second.text != mine)
-            differences_.push_back({cell.op, true, *it->second.text});
+            differences_.push_back({cell.op, cell.place.table, true, *it->second.text});
     }
     for (const auto& [place, counterpart] : theirs) {
         if (!counterpart.matched && !counterpart.text->empty())

@@ -19,8 +19,9 @@ namespace sonalyx {
 // themselves are the same by construction and are not compared; a cell that has no place in
 // the reference compares with an empty text.
 struct CellDifference {
-    std::size_t op;    // index into the sheet's operations
-    bool inReference;  // false: the reference has no cell at this place
+    std::size_t op;     // index into the sheet's operations
+    std::string table;  // the heading the cell stands under ("Channel Level")
+    bool inReference;   // false: the reference has no cell at this place
     std::string referenceText;
 };
 

@@ -146,6 +146,7 @@ void ParametersView::ShowComparison(bool referenceSheet) {
         return;
     if (!referenceSheet) {
         labelComparison_->setText(tr("%1 has no parameters to compare with.").arg(referenceTitle_));
+        labelComparison_->setToolTip(QString());
         return;
     }
     const int count = comparison_.DifferingCells();
@@ -161,6 +162,22 @@ void ParametersView::ShowComparison(bool referenceSheet) {
                              : tr("; %1 of its cells are not on this sheet").arg(lacking);
     }
     labelComparison_->setText(text);
+    labelComparison_->setToolTip(TablesWithDifferences());
+}
+
+// "Speaker Setting: 1, Channel Level: 4": where to look on a tall sheet, in drawing order.
+QString ParametersView::TablesWithDifferences() const {
+    std::vector<std::pair<std::string, int>> tables;
+    for (const sonalyx::CellDifference& difference : comparison_.Differences()) {
+        if (tables.empty() || tables.back().first != difference.table)
+            tables.emplace_back(difference.table, 0);
+        ++tables.back().second;
+    }
+    QStringList parts;
+    for (const auto& [table, count] : tables) {
+        parts.append(QStringLiteral("%1: %2").arg(fonts_.text(table), QString::number(count)));
+    }
+    return parts.join(QStringLiteral(", "));
 }
 
 QRect ParametersView::CellRect(const sonalyx::SheetOp& op) const {

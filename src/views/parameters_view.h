@@ -77,6 +77,7 @@ class ParametersView : public QWidget {
     // Builds the reference's sheet like this one and compares; false without a reference sheet.
     bool CompareWithReference();
     void ShowComparison(bool referenceSheet);
+    QString TablesWithDifferences() const;
     void StepDifference(int step);
     // Where a cell of the screen sheet is drawn, in sheet pixels.
     QRect CellRect(const sonalyx::SheetOp& op) const;

@@ -54,7 +54,6 @@ TEST(SheetComparisonTest, MarksExactlyTheCellsThatReadDifferently) {
         int withoutCounterpart, referenceOnly;
     };
     const Case cases[] = {
-        {"unchanged", {}, 0, {}, 0, 0},
         {"all memories", settings, 0, {"100Hz", "Off", "+4.5dB", "190Hz", "+2.0dB"}, 0, 0},
         {"memory 3", settings, 3, {"100Hz", "Off", "190Hz", "+2.0dB"}, 0, 0},
         {"memory 5", settings, 5, {"100Hz", "Off"}, 0, 0},
@@ -73,7 +72,6 @@ TEST(SheetComparisonTest, MarksExactlyTheCellsThatReadDifferently) {
         const std::string name =
             "memory " + std::to_string(c.memory) + ", " + std::to_string(c.edits.size()) + " edits";
         EXPECT_EQ(marked, c.marked) << c.name;
-        EXPECT_EQ(comparison.DifferingCells(), static_cast<int>(c.marked.size())) << c.name;
         EXPECT_EQ(comparison.CellsWithoutCounterpart(), c.withoutCounterpart) << c.name;
         EXPECT_EQ(comparison.ReferenceOnlyCells(), c.referenceOnly) << c.name;
     }

@@ -44,8 +44,8 @@ TEST(ReferenceViewsTest, ParametersCountAndMarkTheChangedCellsOfTheMemoryShown) 
     EXPECT_FALSE(label->isVisible());
 
     view.SetReference(&before, QStringLiteral("measured.csv"));
-    EXPECT_EQ(view.DifferingCells(), 3);
-    EXPECT_TRUE(label->isVisible());
+    EXPECT_EQ(label->text(), QStringLiteral("3 cells differ from measured.csv"));
+    EXPECT_EQ(label->toolTip(), QStringLiteral("Speaker Setting: 1, X-Curve: 1, Channel Level: 1"));
     EXPECT_NE(picture->pixmap().toImage(), plain);
     EXPECT_EQ(view.BuildParameterPage(0, 1), page);
     const SheetOp& crossover = view.Sheet().ops[view.Comparison().Differences().at(0).op];
@@ -54,12 +54,8 @@ TEST(ReferenceViewsTest, ParametersCountAndMarkTheChangedCellsOfTheMemoryShown) 
     QDir().mkpath(QStringLiteral(SONALYX_BINARY_DIR "/screenshots"));
     EXPECT_TRUE(
         view.grab().save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/parameters-compare.png")));
-    const std::pair<int, const char*> memories[] = {{5, "2 cells differ from measured.csv"},
-                                                    {0, "3 cells differ from measured.csv"}};
-    for (const auto& [memory, text] : memories) {
-        view.SetMemory(memory);
-        EXPECT_EQ(label->text().toStdString(), text);
-    }
+    view.SetMemory(5);
+    EXPECT_EQ(view.DifferingCells(), 2);
     view.SetMemory(1);
     view.SetReference(nullptr, QString());
     EXPECT_FALSE(label->isVisible());
@@ -75,9 +71,8 @@ TEST(ReferenceViewsTest, DecayTimesTakeTheReferencesColumnsIntoTheCsv) {
     TFormDecayTimes form(five, 0, messenger);
     form.SetReference(&seven, QStringLiteral("seven.csv"));
     auto* rows = form.findChild<QComboBox*>(QStringLiteral("ComboRows"));
-    auto* note = form.findChild<QLabel*>(QStringLiteral("LabelReference"));
-    ASSERT_TRUE(rows && note);
-    EXPECT_EQ(note->text().toStdString(),
+    ASSERT_TRUE(rows);
+    EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("LabelReference"))->text().toStdString(),
               "Reference columns: seven.csv. Its channels not in this document: Surr Back R, Surr "
               "Back L. Its bands not in this document: 500, 2k, 8k, 16k.");
     const int bands = static_cast<int>(form.Model().table().bands.size());
@@ -93,9 +88,7 @@ TEST(ReferenceViewsTest, DecayTimesTakeTheReferencesColumnsIntoTheCsv) {
         EXPECT_EQ(file.readAll().toStdString(),
                   decayTableCsv(buildDecayTable(five, groups), &reference));
     }
-    form.SetReference(nullptr, QString());
-    EXPECT_EQ(form.Model().columnCount(), bands * 3);
-    EXPECT_TRUE(note->isHidden() && messenger.said.empty());
+    EXPECT_TRUE(messenger.said.empty());
 }
 
 }  // namespace
