@@ -2,6 +2,7 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QFont>
 
 #include "document/text_format.h"
 #include "views/memo_codec.h"
@@ -127,6 +128,14 @@ QVariant DecayTimesModel::data(const QModelIndex& index, int role) const {
         case Qt::ForegroundRole:
             if (!value(index.row(), column))
                 return QBrush(QColor(150, 150, 150));
+            return {};
+        case Qt::FontRole:
+            // Another document's figures in italics, so a glance tells them from this one's.
+            if (column.set > 0) {
+                QFont font;
+                font.setItalic(true);
+                return font;
+            }
             return {};
         case Qt::BackgroundRole:
             // Every other band tinted, so the three columns of a band read as one.

@@ -69,8 +69,6 @@ TEST(SheetComparisonTest, MarksExactlyTheCellsThatReadDifferently) {
         Lines marked;
         for (const std::size_t op : comparison.DifferingOps())
             marked.push_back(sheet.ops[op].text);
-        const std::string name =
-            "memory " + std::to_string(c.memory) + ", " + std::to_string(c.edits.size()) + " edits";
         EXPECT_EQ(marked, c.marked) << c.name;
         EXPECT_EQ(comparison.CellsWithoutCounterpart(), c.withoutCounterpart) << c.name;
         EXPECT_EQ(comparison.ReferenceOnlyCells(), c.referenceOnly) << c.name;

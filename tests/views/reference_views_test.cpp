@@ -75,12 +75,10 @@ TEST(ReferenceViewsTest, DecayTimesTakeTheReferencesColumnsIntoTheCsv) {
     EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("LabelReference"))->text().toStdString(),
               "Reference columns: seven.csv. Its channels not in this document: Surr Back R, Surr "
               "Back L. Its bands not in this document: 500, 2k, 8k, 16k.");
-    const int bands = static_cast<int>(form.Model().table().bands.size());
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("decay.csv"));
     for (const bool groups : {false, true}) {
         rows->setCurrentIndex(groups ? 1 : 0);
-        EXPECT_EQ(form.Model().columnCount(), bands * 6);
         ASSERT_TRUE(form.ExportCsv(path));
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -89,6 +87,9 @@ TEST(ReferenceViewsTest, DecayTimesTakeTheReferencesColumnsIntoTheCsv) {
                   decayTableCsv(buildDecayTable(five, groups), &reference));
     }
     EXPECT_TRUE(messenger.said.empty());
+    form.resize(1100, 420);
+    EXPECT_TRUE(
+        form.grab().save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/decay-compare.png")));
 }
 
 }  // namespace
