@@ -21,7 +21,6 @@ TEST(ChartReadoutReferenceTest, NamesTheOtherDocumentsValueAndTheDifference) {
         {{reference},
          {0, 0, true},
          "Reference · 63: 45 ms, 60.5 dB · document 61.25 dB · Δ +0.75 dB"},
-        {{reference}, {0, 1, true}, "Reference · 63: 55 ms, 58 dB · not in this document"},
         {{reference}, {0, 1}, "63: 50 ms, 57.75 dB · no reference value"},
         {{Series{}, reference}, {0, 0}, "63: 45 ms, 61.25 dB · no reference value"},
     };
