@@ -51,6 +51,16 @@ bool ViewExport::IsKnownSuffix(const QString& suffix) {
     return known.contains(suffix.toLower());
 }
 
+bool ViewExport::TabHasNoData(const TMDIChild& window) {
+    const QWidget* page = window.PageControl()->currentWidget();
+    for (const auto* label : page->findChildren<QLabel*>(QStringLiteral("LabelNoData"))) {
+        if (label->isVisibleTo(page)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 QImage ViewExport::Grab() const {
     return const_cast<TMDIChild&>(window_).grab().toImage();
 }
@@ -133,11 +143,7 @@ void ViewExport::PaintLegendStrip(QPainter& painter, const QRect& strip) const {
 void ViewExport::WriteTabJson(chart::JsonWriter& json) const {
     const ViewControls* panel = window_.Panel1();
     const int tab = window_.PageControl()->currentIndex();
-    const QWidget* page = window_.PageControl()->currentWidget();
-    bool noData = false;
-    for (const auto* label : page->findChildren<QLabel*>(QStringLiteral("LabelNoData"))) {
-        noData = noData || label->isVisibleTo(page);
-    }
+    const bool noData = TabHasNoData(window_);
     json.beginObject();
     json.key("tab").value(kTabNames[std::clamp(tab, 0, 2)]);
     json.key("window").beginArray(chart::JsonWriter::Layout::Inline);
