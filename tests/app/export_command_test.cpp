@@ -12,6 +12,7 @@
 #include "document/document_loader.h"
 #include "document/document_writer.h"
 #include "main_form_fixture.h"
+#include "support/golden.h"
 #include "support/recording_messenger.h"
 #include "views/mdi_child.h"
 
@@ -20,21 +21,6 @@ namespace {
 QByteArray bytesOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-// The first line where two texts part, for a short failure message.
-std::string firstDifference(const QByteArray& a, const QByteArray& b) {
-    const QList<QByteArray> left = a.split('\n');
-    const QList<QByteArray> right = b.split('\n');
-    for (qsizetype i = 0; i < std::max(left.size(), right.size()); ++i) {
-        const QByteArray l = left.value(i);
-        const QByteArray r = right.value(i);
-        if (l != r) {
-            return "line " + std::to_string(i + 1) + ": " + l.left(200).toStdString() + " | " +
-                   r.left(200).toStdString();
-        }
-    }
-    return {};
 }
 
 // Vector files carry no bitmap: no SVG <image> element, no PDF image object.
@@ -105,7 +91,10 @@ TEST_F(ExportCommandTest, WritesWhatRenderWritesForTheSameView) {
         const QByteArray cli = bytesOf(rendered);
         ASSERT_FALSE(gui.isEmpty());
         if (c.sameBytes) {
-            EXPECT_EQ(firstDifference(gui, cli), "");
+            // Byte for byte; the diff only says where.
+            EXPECT_TRUE(gui == cli) << sonalyx::test::unifiedDiff(
+                sonalyx::test::readLinesOrFail(rendered.toStdString()),
+                sonalyx::test::readLinesOrFail(exported.toStdString()));
         } else {
             EXPECT_EQ(gui.left(5), cli.left(5));
             EXPECT_FALSE(embedsRaster(gui));
