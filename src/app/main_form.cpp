@@ -62,7 +62,8 @@ TMainForm::TMainForm(MainFormOptions options, QWidget* parent)
       options_(std::move(options)),
       settings_(options_.settings),
       messenger_(this),
-      fileDialogs_(this) {
+      fileDialogs_(this),
+      export_(this, messenger_) {
     // The frame is an ordinary application window with its own task bar entry.
     setWindowFlags(Qt::Window);
     setObjectName(QStringLiteral("MainForm"));
@@ -163,6 +164,9 @@ void TMainForm::CreateActions() {
     bind(MakeAction(QStringLiteral("FilePreview"), tr("Preview(&V)"), nullptr, false),
          &TMainForm::FilePreviewExecute)
         ->setIcon(ToolIcons::Make(ToolIcons::Preview));
+    bind(MakeAction(QStringLiteral("FileExport"), tr("Export(&E)..."), nullptr, false),
+         &TMainForm::FileExportExecute)
+        ->setIcon(ToolIcons::Make(ToolIcons::Export));
     bind(MakeAction(QStringLiteral("FileExit1"), tr("Exit(&X)"), nullptr, true),
          &TMainForm::FileExit1Execute);
 
@@ -260,6 +264,7 @@ void TMainForm::CreateMenus() {
     print->setObjectName(QStringLiteral("FilePrintItem"));
     follow(Action(QStringLiteral("FilePrint")), print);
     fileMenu_->addAction(Action(QStringLiteral("FilePreview")));
+    fileMenu_->addAction(Action(QStringLiteral("FileExport")));
     fileMenu_->addSeparator();
     fileMenu_->addAction(Action(QStringLiteral("FileExit1")));
 
@@ -311,7 +316,7 @@ void TMainForm::CreateToolBar() {
         }
         toolBar_->addSeparator();
     };
-    add({"FileOpen1", "FileSave1", "FileReceive", "FilePrint", "FilePreview"});
+    add({"FileOpen1", "FileSave1", "FileReceive", "FilePrint", "FilePreview", "FileExport"});
     add({"EditCut1", "EditCopy1", "EditPaste1"});
     add({"Graph2D", "Graph3D"});
     for (const char* name : {"WindowCascade1", "WindowTileHorizontal1", "WindowArrangeAll1"}) {
@@ -619,6 +624,14 @@ void TMainForm::FilePreviewExecute() {
     }
 }
 
+void TMainForm::FileExportExecute() {
+    // The picture is the view the user saw when asking, not a later step of the demonstration.
+    StopDemo();
+    if (TMDIChild* child = ActiveDocument()) {
+        export_.Run(*child, *settings_);
+    }
+}
+
 void TMainForm::FileExit1Execute() {
     close();
 }
@@ -815,8 +828,8 @@ void TMainForm::FinishStartup() {
 
 void TMainForm::UpdateDocumentActions() {
     const bool any = !DocumentWindows().isEmpty();
-    for (const char* name :
-         {"FileSave1", "FileSaveAs1", "ActionEachCh", "ActionPairCh", "DisplayDecayTimes"}) {
+    for (const char* name : {"FileSave1", "FileSaveAs1", "FileExport", "ActionEachCh",
+                             "ActionPairCh", "DisplayDecayTimes"}) {
         Action(QLatin1String(name))->setEnabled(any);
     }
     // The demonstration shares the window's timer and stays off while a receive runs.

@@ -9,6 +9,7 @@
 
 #include "app/dialog_messenger.h"
 #include "app/document_file_dialogs.h"
+#include "app/export_command.h"
 #include "app/file_history.h"
 
 class QAction;
@@ -83,6 +84,7 @@ class TMainForm : public QMainWindow {
     void FileOtherReceiveExecute();
     void FilePrintExecute();
     void FilePreviewExecute();
+    void FileExportExecute();
     void FileExit1Execute();
     void WindowCascade1Execute();
     void WindowTileHorizontal1Execute();
@@ -151,6 +153,7 @@ class TMainForm : public QMainWindow {
     QSettings* settings_;
     DialogMessenger messenger_;
     DocumentFileDialogs fileDialogs_;
+    ExportCommand export_;
     FileHistory history_;
     std::vector<std::string> fileLines_;
 

@@ -93,6 +93,17 @@ void drawPreview(QPainter& p) {
     p.drawLine(QPointF(23.5, 23.5), QPointF(29, 29));
 }
 
+// A picture leaving its page: an arrow out of a small chart.
+void drawExport(QPainter& p) {
+    page(p, QRectF(3, 6, 19, 22));
+    p.setPen(QPen(kGreen, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.setBrush(Qt::NoBrush);
+    p.drawPolyline(QPolygonF({{6, 23}, {10, 17}, {13, 20}, {18, 12}}));
+    p.setPen(QPen(kBlue, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.drawLine(QPointF(17, 9), QPointF(28, 9));
+    p.drawPolyline(QPolygonF({{24, 4.5}, {28.5, 9}, {24, 13.5}}));
+}
+
 void drawCut(QPainter& p) {
     p.setPen(ink(1.8));
     p.drawLine(QPointF(9, 3), QPointF(20, 21));
@@ -192,6 +203,8 @@ void draw(QPainter& p, ToolIcons::Kind kind) {
             return drawPrint(p);
         case ToolIcons::Preview:
             return drawPreview(p);
+        case ToolIcons::Export:
+            return drawExport(p);
         case ToolIcons::Cut:
             return drawCut(p);
         case ToolIcons::Copy:

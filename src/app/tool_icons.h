@@ -11,6 +11,7 @@ class ToolIcons {
         Receive,
         Print,
         Preview,
+        Export,
         Cut,
         Copy,
         Paste,

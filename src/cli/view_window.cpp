@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFileInfo>
-#include <QLabel>
 #include <QSlider>
 #include <QTabWidget>
 #include <filesystem>
@@ -11,6 +10,7 @@
 
 #include "document/document_file.h"
 #include "views/mdi_child.h"
+#include "views/view_export.h"
 
 namespace sonalyx {
 
@@ -101,13 +101,7 @@ std::unique_ptr<TMDIChild> openViewWindow(const RenderOptions& options, Messenge
 }
 
 bool tabHasNoData(const TMDIChild& window) {
-    const QWidget* page = window.PageControl()->currentWidget();
-    for (const auto* label : page->findChildren<QLabel*>(QStringLiteral("LabelNoData"))) {
-        if (label->isVisibleTo(page)) {
-            return true;
-        }
-    }
-    return false;
+    return ViewExport::TabHasNoData(window);
 }
 
 }  // namespace sonalyx

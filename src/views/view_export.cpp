@@ -41,6 +41,12 @@ const QWidget* ChartArea(const TMDIChild& window) {
     return window.PageControl()->currentWidget();
 }
 
+// The document window's client area: inside the MDI area the frame and title bar are the
+// desktop's, not part of the view (a window of its own, as on the command line, has none).
+QWidget* ClientArea(const TMDIChild& window) {
+    return window.widget() != nullptr ? window.widget() : const_cast<TMDIChild*>(&window);
+}
+
 }  // namespace
 
 ViewExport::ViewExport(const TMDIChild& window) : window_(window) {}
@@ -51,8 +57,18 @@ bool ViewExport::IsKnownSuffix(const QString& suffix) {
     return known.contains(suffix.toLower());
 }
 
+bool ViewExport::TabHasNoData(const TMDIChild& window) {
+    const QWidget* page = window.PageControl()->currentWidget();
+    for (const auto* label : page->findChildren<QLabel*>(QStringLiteral("LabelNoData"))) {
+        if (label->isVisibleTo(page)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 QImage ViewExport::Grab() const {
-    return const_cast<TMDIChild&>(window_).grab().toImage();
+    return ClientArea(window_)->grab().toImage();
 }
 
 QRect ViewExport::ChartArea() const {
@@ -133,15 +149,12 @@ void ViewExport::PaintLegendStrip(QPainter& painter, const QRect& strip) const {
 void ViewExport::WriteTabJson(chart::JsonWriter& json) const {
     const ViewControls* panel = window_.Panel1();
     const int tab = window_.PageControl()->currentIndex();
-    const QWidget* page = window_.PageControl()->currentWidget();
-    bool noData = false;
-    for (const auto* label : page->findChildren<QLabel*>(QStringLiteral("LabelNoData"))) {
-        noData = noData || label->isVisibleTo(page);
-    }
+    const bool noData = TabHasNoData(window_);
     json.beginObject();
     json.key("tab").value(kTabNames[std::clamp(tab, 0, 2)]);
     json.key("window").beginArray(chart::JsonWriter::Layout::Inline);
-    json.value(window_.width()).value(window_.height()).endArray();
+    const QSize client = ClientArea(window_)->size();
+    json.value(client.width()).value(client.height()).endArray();
     json.key("noData").value(noData);
     json.key("barMode").value(window_.BarMode());
     const QComboBox* combo = panel->ComboChannel();

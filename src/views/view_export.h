@@ -22,6 +22,8 @@ class ViewExport {
 
     // The formats save() knows by the file's suffix.
     static bool IsKnownSuffix(const QString& suffix);
+    // Whether the window's current tab shows its "No Data" label.
+    static bool TabHasNoData(const TMDIChild& window);
     // Writes the file atomically in the format of its suffix; false with error set on failure
     // (nothing is left behind then).
     bool Save(const QString& path, QString& error) const;
