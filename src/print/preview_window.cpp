@@ -247,6 +247,7 @@ bool PreviewWindow::eventFilter(QObject* watched, QEvent* event) {
 
 void PreviewWindow::PrintSetupClick() {
     QPageSetupDialog dialog(&printer_, this);
+    dialog.setObjectName(QStringLiteral("PrinterSetupDialog1"));
     if (environment_.RunModal(dialog) == QDialog::Accepted) {
         Redraw();
     }
@@ -255,6 +256,7 @@ void PreviewWindow::PrintSetupClick() {
 void PreviewWindow::PrintClick() {
     const int count = PageCount();
     QPrintDialog dialog(&printer_, this);
+    dialog.setObjectName(QStringLiteral("PrintDialog1"));
     if (OffersPageRange()) {
         dialog.setOption(QAbstractPrintDialog::PrintPageRange, true);
         dialog.setMinMax(1, count);

@@ -323,6 +323,7 @@ void TMDIChild::closeEvent(QCloseEvent* event) {
 void TMDIChild::SetPrintAppearance(bool on) {
     printAppearance_ = on;
     reverbView_->SetPaperLook(on);
+    panel1_->SetPaperLook(on);
     for (int i = 0; i < sonalyx::ReverbView::kCharts; ++i) {
         reverbView_->Chart(i)->setAppearance({on});
     }

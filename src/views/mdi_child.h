@@ -80,7 +80,7 @@ class TMDIChild : public QMdiSubWindow {
 
     // The look of the window while it is captured for paper: white charts with black text and
     // grid (the curve colours kept), a white box behind them, black chart titles and memos
-    // drawn as ink; on again after the capture the screen look comes back.
+    // drawn as ink, the control panel black on white; off again, the screen look returns.
     void SetPrintAppearance(bool on);
     bool PrintAppearance() const { return printAppearance_; }
 

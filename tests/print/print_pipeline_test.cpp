@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFile>
 #include <QPrintDialog>
+#include <QPrinterInfo>
+#include <QProcess>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -81,15 +83,10 @@ void SaveScreenshot(QWidget& window, const QString& name) {
 
 TEST(PrintCommand, ChecksRefuseInOrderAndGiveTheCursorBack) {
     enum Doc { Full, ReverbOnly, ParametersOnly };
-    struct Row {
-        const char* name;
-        Doc doc;
-        int tab;
-        bool freq;
-        int combo;
-        bool printer;
-        const char* message;  // empty: the preview opens
-    };
+    // clang-format off
+    // message: what the user is told; empty when the preview opens.
+    struct Row { const char* name; Doc doc; int tab; bool freq; int combo; bool printer; const char* message; };
+    // clang-format on
     const Row rows[] = {
         {"reverb tab without reverb data", ParametersOnly, 0, false, 1, true, "No data."},
         {"all channels", Full, 0, false, 0, true, "Select the channel."},
@@ -165,12 +162,10 @@ TEST(PrintCommand, StopsTheDemonstrationBeforeAnyCheck) {
 }
 
 TEST(PrintCommand, SizesTheMainWindowForTheCaptureAndPutsItBack) {
-    struct Row {
-        const char* name;
-        QSize screen;
-        bool maximised;
-        QSize during;  // empty: maximised during the capture
-    };
+    // clang-format off
+    // during: the main window's size while the capture is taken; empty when maximised then.
+    struct Row { const char* name; QSize screen; bool maximised; QSize during; };
+    // clang-format on
     const Row rows[] = {
         {"large screen", {1600, 1200}, false, {1024, 768}},
         {"large screen, maximised before", {1600, 1200}, true, {1024, 768}},
@@ -209,14 +204,9 @@ TEST(PrintCommand, SizesTheMainWindowForTheCaptureAndPutsItBack) {
 }
 
 TEST(PrintPages, SheetPagesByMemoryAndPurpose) {
-    struct Row {
-        const char* name;
-        bool standingWave;
-        int memory;
-        bool forPrint;
-        int pages;
-        int drawn;
-    };
+    // clang-format off
+    struct Row { const char* name; bool standingWave; int memory; bool forPrint; int pages; int drawn; };
+    // clang-format on
     const Row rows[] = {
         {"all memories, preview", true, 0, false, 2, 2},
         {"all memories, preview, no standing wave", false, 0, false, 1, 1},
@@ -240,9 +230,6 @@ TEST(PrintPages, SheetPagesByMemoryAndPurpose) {
             std::count_if(pages.begin(), pages.end(), [](const QImage& p) { return !p.isNull(); }),
             row.drawn)
             << row.name;
-        for (const QImage& page : pages) {
-            EXPECT_TRUE(page.isNull() || page.height() == 1310) << row.name;
-        }
         EXPECT_GT(doc->Parameters()->Sheet().width, 0) << row.name << ": screen sheet rebuilt";
     }
 }
@@ -266,12 +253,10 @@ TEST(FormPrintMulti, PageButtonsStayInsideTheList) {
 }
 
 TEST(FormPrintMulti, PrintsTheChosenPagesOnlySkippingEmptyOnes) {
-    struct Row {
-        const char* name;
-        std::vector<bool> drawn;
-        int from, to;  // 0: all pages
-        int printed;
-    };
+    // clang-format off
+    // from, to: the page range chosen in the dialog; 0 for all pages.
+    struct Row { const char* name; std::vector<bool> drawn; int from, to; int printed; };
+    // clang-format on
     const Row rows[] = {
         {"pages 2 to 2 of 2", {true, true}, 2, 2, 1},
         {"all of 3, two empty", {true, false, false}, 0, 0, 1},
@@ -338,3 +323,27 @@ TEST(PreviewWindows, LookLikePaperOnAGreyDesk) {
 }
 
 }  // namespace
+
+TEST(PrintCommand, PrintsThroughARealQueueWhenThereIsOne) {
+    const QString queue = QPrinterInfo::defaultPrinterName();
+    if (queue.isEmpty()) {
+        GTEST_SKIP() << "no printer queue here; scripts/setup-cups-pdf.sh (as root) makes one";
+    }
+    const auto jobs = [&queue] {
+        QProcess lpstat;
+        lpstat.start(QStringLiteral("lpstat"),
+                     {QStringLiteral("-W"), QStringLiteral("all"), QStringLiteral("-o"), queue});
+        lpstat.waitForFinished();
+        return lpstat.readAllStandardOutput().count('\n');
+    };
+    const auto before = jobs();
+    DocumentWindow doc("7");
+    doc->Panel1()->ComboChannel()->setCurrentIndex(1);
+    QWidget main;
+    StandInEnvironment environment;
+    environment.answer = [](QDialog&) { return int(QDialog::Accepted); };
+    sonalyx::PrintCommand(&main, doc.messenger, environment).Run(&doc.window(), false);
+    EXPECT_TRUE(doc.messenger.texts().empty());
+    EXPECT_EQ(environment.modals, QStringList{"PrintDialog1"});
+    EXPECT_EQ(jobs(), before + 1) << "one job spooled on " << queue.toStdString();
+}
