@@ -23,14 +23,10 @@ std::string Read(const fs::path& file) {
 
 // sonalyx-cli print onto PDF files: the pages, their orientation, the refusals.
 TEST(CliPrint, PutsThePrinterPagesOnALandscapePdf) {
-    struct Row {
-        const char* name;
-        const char* options;
-        const char* output;
-        int status;
-        int pages;         // of the PDF, when status is 0
-        const char* said;  // on stderr, when status is 1
-    };
+    // pages: of the PDF when the status is 0; said: on stderr when it is 1.
+    // clang-format off
+    struct Row { const char* name; const char* options; const char* output; int status; int pages; const char* said; };
+    // clang-format on
     const Row rows[] = {
         {"one channel", "--channel 1", "a.pdf", 0, 1, ""},
         {"group delay", "--tab groupdelay --2d", "b.pdf", 0, 1, ""},

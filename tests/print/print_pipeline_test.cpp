@@ -65,10 +65,7 @@ const std::string kMemo1 = "[MEMO1]";
 
 int CountPdfPages(const QString& path) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return -1;
-    }
-    const std::string bytes = file.readAll().toStdString();
+    const std::string bytes = file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "";
     const std::regex page("/Type\\s*/Page[^s]");
     return static_cast<int>(
         std::distance(std::sregex_iterator(bytes.begin(), bytes.end(), page), {}));
@@ -134,19 +131,14 @@ TEST(PrintCommand, StopsTheDemonstrationBeforeAnyCheck) {
     options.files = {QStringLiteral(SONALYX_SAMPLES_DIR "/sample-layout-7.csv")};
     TMainForm form(options);
     form.show();
-    for (int i = 0; i < 200 && form.DocumentWindows().isEmpty(); ++i) {
-        QTest::qWait(10);
-    }
-    ASSERT_EQ(form.DocumentWindows().size(), 1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return form.DocumentWindows().size() == 1; }));
     ModalAnswerer answers;
     answers.press(QStringLiteral("OK")).press(QStringLiteral("OK"));
     QAction* demo = form.Action(QStringLiteral("ActionDemo"));
-    const struct {
-        const char* action;
-        int combo;
-        const char* said;
-    } steps[] = {{"FilePrint", 0, "Select the channel.|"},
-                 {"FilePreview", 1, "No default printer.|"}};
+    // clang-format off
+    const struct { const char* action; int combo; const char* said; } steps[] = {
+        {"FilePrint", 0, "Select the channel.|"}, {"FilePreview", 1, "No default printer.|"}};
+    // clang-format on
     for (const auto& step : steps) {
         demo->setChecked(true);
         ASSERT_EQ(form.TimerTag(), 11);
@@ -155,9 +147,6 @@ TEST(PrintCommand, StopsTheDemonstrationBeforeAnyCheck) {
         EXPECT_FALSE(demo->isChecked()) << step.action;
         EXPECT_NE(form.TimerTag(), 11) << step.action;
         EXPECT_EQ(answers.messages().last(), QLatin1String(step.said)) << step.action;
-    }
-    for (TMDIChild* child : form.DocumentWindows()) {
-        child->Document().modified = false;
     }
 }
 
