@@ -13,7 +13,6 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMenuBar>
-#include <QMetaMethod>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
@@ -33,6 +32,8 @@
 #include "document/document_file.h"
 #include "link/form_port.h"
 #include "link/port_list.h"
+#include "print/print_command.h"
+#include "print/print_environment.h"
 #include "retrieval/date_stamp.h"
 #include "views/chart/chart_widget.h"
 #include "views/form_decay_times.h"
@@ -64,6 +65,12 @@ TMainForm::TMainForm(MainFormOptions options, QWidget* parent)
       messenger_(this),
       fileDialogs_(this),
       export_(this, messenger_) {
+    sonalyx::PrintEnvironment* printEnvironment = options_.printEnvironment;
+    if (printEnvironment == nullptr) {
+        ownPrintEnvironment_ = std::make_unique<sonalyx::PrintEnvironment>();
+        printEnvironment = ownPrintEnvironment_.get();
+    }
+    print_ = std::make_unique<sonalyx::PrintCommand>(this, messenger_, *printEnvironment);
     // The frame is an ordinary application window with its own task bar entry.
     setWindowFlags(Qt::Window);
     setObjectName(QStringLiteral("MainForm"));
@@ -612,16 +619,12 @@ void TMainForm::SetReceiveActionsEnabled(bool enabled) {
 
 void TMainForm::FilePrintExecute() {
     StopDemo();
-    if (TMDIChild* child = ActiveDocument()) {
-        emit PrintRequested(child, false);
-    }
+    print_->Run(ActiveDocument(), false);
 }
 
 void TMainForm::FilePreviewExecute() {
     StopDemo();
-    if (TMDIChild* child = ActiveDocument()) {
-        emit PrintRequested(child, true);
-    }
+    print_->Run(ActiveDocument(), true);
 }
 
 void TMainForm::FileExportExecute() {
@@ -834,9 +837,8 @@ void TMainForm::UpdateDocumentActions() {
     }
     // The demonstration shares the window's timer and stays off while a receive runs.
     Action(QStringLiteral("ActionDemo"))->setEnabled(any && !Receiving());
-    const bool printWired = isSignalConnected(QMetaMethod::fromSignal(&TMainForm::PrintRequested));
-    Action(QStringLiteral("FilePrint"))->setEnabled(any && printWired);
-    Action(QStringLiteral("FilePreview"))->setEnabled(any && printWired);
+    Action(QStringLiteral("FilePrint"))->setEnabled(any);
+    Action(QStringLiteral("FilePreview"))->setEnabled(any);
     // The action of the mode in force is the disabled one.
     Action(QStringLiteral("Graph2D"))->setEnabled(any && graph3D_);
     Action(QStringLiteral("Graph3D"))->setEnabled(any && !graph3D_);

@@ -26,6 +26,8 @@ class TGlossary;
 class TMDIChild;
 
 namespace sonalyx {
+class PrintCommand;
+class PrintEnvironment;
 class ReceiveSession;
 struct ReceiveOptions;
 struct ReceiveResult;
@@ -43,6 +45,8 @@ struct MainFormOptions {
     QStringList ports;
     // The receive's reply poll interval; tests shorten it.
     int receiveTickMs = 1000;
+    // What printing asks of the system; null means the real printers and screen. Not owned.
+    sonalyx::PrintEnvironment* printEnvironment = nullptr;
 };
 
 // The frame: menus, tool bar, the document windows in an MDI area, the file history.
@@ -103,8 +107,6 @@ class TMainForm : public QMainWindow {
     void DecayTimesExecute();
 
   signals:
-    // The print pipeline listens to this; preview false means print at once.
-    void PrintRequested(TMDIChild* document, bool preview);
     void StartupCompleted();
 
   protected:
@@ -167,6 +169,8 @@ class TMainForm : public QMainWindow {
     QPointer<TGlossary> glossary_;
     QPointer<QWidget> editTarget_;
     QPointer<sonalyx::ReceiveSession> receive_;
+    std::unique_ptr<sonalyx::PrintEnvironment> ownPrintEnvironment_;
+    std::unique_ptr<sonalyx::PrintCommand> print_;
 
     QMenu* fileMenu_ = nullptr;
     QMenu* windowMenu_ = nullptr;

@@ -7,6 +7,7 @@
 
 #include "cli_usage.h"
 #include "convert_command.h"
+#include "pdf_print_command.h"
 #include "receive_command.h"
 #include "render_command.h"
 
@@ -20,7 +21,7 @@ int main(int argc, char** argv) {
         return runConvertCommand(args);
     if (command == "receive")
         return runReceiveCommand(args);
-    if (command == "render") {
+    if (command == "render" || command == "print") {
         // The document window is built without a screen unless the caller chose a platform.
         if (std::getenv("QT_QPA_PLATFORM") == nullptr)
             setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -31,7 +32,7 @@ int main(int argc, char** argv) {
         });
         int qtArgc = 1;
         QApplication app(qtArgc, argv);
-        return runRenderCommand(args);
+        return command == "render" ? runRenderCommand(args) : runPrintCommand(args);
     }
     if (command == "--help" || command == "-h" || command == "help") {
         std::fputs(cliUsage(), stdout);

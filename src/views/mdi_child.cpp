@@ -27,9 +27,9 @@
 #include "views/group_delay_view.h"
 #include "views/memo_codec.h"
 #include "views/panel_button.h"
+#include "views/parameters_view.h"
 #include "views/reverb_view.h"
 #include "views/step_button.h"
-#include "views/parameters_view.h"
 
 using sonalyx::MemoCodec;
 using sonalyx::Step;
@@ -318,4 +318,14 @@ void TMDIChild::closeEvent(QCloseEvent* event) {
         return;
     }
     QMdiSubWindow::closeEvent(event);
+}
+
+void TMDIChild::SetPrintAppearance(bool on) {
+    printAppearance_ = on;
+    reverbView_->SetPaperLook(on);
+    panel1_->SetPaperLook(on);
+    for (int i = 0; i < sonalyx::ReverbView::kCharts; ++i) {
+        reverbView_->Chart(i)->setAppearance({on});
+    }
+    groupDelayView_->Chart101()->setAppearance({on});
 }

@@ -78,6 +78,12 @@ class TMDIChild : public QMdiSubWindow {
     bool RotateBackward() const { return RotateBackward_; }
     const sonalyx::GroupDelayAxis& GroupDelayAxisValues() const { return groupDelayAxis_; }
 
+    // The look of the window while it is captured for paper: white charts with black text and
+    // grid (the curve colours kept), a white box behind them, black chart titles and memos
+    // drawn as ink, the control panel black on white; off again, the screen look returns.
+    void SetPrintAppearance(bool on);
+    bool PrintAppearance() const { return printAppearance_; }
+
     // Redraws the current tab from the document and the view modes: the one entry of every
     // redraw.
     void RebuildCharts(bool maximise);
@@ -182,6 +188,7 @@ class TMDIChild : public QMdiSubWindow {
     int reverbMovePosition_ = 20;
     int groupDelayMovePosition_ = -1;
     bool BarMode_ = false;
+    bool printAppearance_ = false;
     std::optional<sonalyx::Step> RepeatStep_;
     bool RotateBackward_ = false;
     sonalyx::GroupDelayAxis groupDelayAxis_ = sonalyx::GroupDelayAxis::FromSpan(1.8f);

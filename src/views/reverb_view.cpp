@@ -44,7 +44,6 @@ ReverbView::ReverbView(MeasurementDocument& document, QWidget* parent)
     scrollBox1_->setWidgetResizable(false);
     scrollBox1_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scrollBox1_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scrollBox1_->setStyleSheet(QStringLiteral("#ScrollBox1, #ScrollBox1Content{background:#000;}"));
     scrollBox1_->installEventFilter(this);
     layout->addWidget(scrollBox1_);
 
@@ -59,26 +58,17 @@ ReverbView::ReverbView(MeasurementDocument& document, QWidget* parent)
 
         auto* title = new QLabel(content_);
         title->setObjectName(QStringLiteral("ChartTitle%1").arg(i + 1));
-        title->setStyleSheet(
-            QStringLiteral("color:#e8eaee; font-weight:bold; background:transparent;"));
         title->setAttribute(Qt::WA_TransparentForMouseEvents);
         title->hide();
         titles_[i] = title;
 
         auto* memo = new QPlainTextEdit(content_);
         memo->setObjectName(QStringLiteral("ChannelMemo%1").arg(i + 1));
-        memo->setPlaceholderText(tr("Channel memo"));
         memo->setTabChangesFocus(true);
         memo->setFixedSize(kMemoWidth, kMemoHeight);
         memo->setProperty("empty", true);
         memo->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         memo->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        // An empty memo stays faint so the charts are not crowded with blank boxes.
-        memo->setStyleSheet(QStringLiteral(
-            "QPlainTextEdit{background:rgba(24,26,30,220); color:#e8eaee; font-size:7pt;"
-            "border:1px solid #4b525e; border-radius:2px;}"
-            "QPlainTextEdit[empty=\"true\"]{background:rgba(24,26,30,90);"
-            "border:1px dashed #343944;}"));
         memo->hide();
         connect(memo, &QPlainTextEdit::textChanged, this, [this, i] {
             MarkEmpty(memos_[i]);
@@ -87,6 +77,7 @@ ReverbView::ReverbView(MeasurementDocument& document, QWidget* parent)
         memos_[i] = memo;
     }
     scrollBox1_->setWidget(content_);
+    SetPaperLook(false);
 
     labelNoData_ = new QLabel(tr("No Data"), scrollBox1_);
     labelNoData_->setObjectName(QStringLiteral("LabelNoData"));
@@ -306,6 +297,30 @@ bool ReverbView::eventFilter(QObject* watched, QEvent* event) {
         Relayout();
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void ReverbView::SetPaperLook(bool paper) {
+    // One sheet for the box, the chart titles and the channel memos. An empty memo stays faint
+    // on screen so the charts are not crowded with blank boxes; on paper it is not drawn.
+    static const QString screen = QStringLiteral(
+        "#ScrollBox1, #ScrollBox1Content{background:#000;}"
+        "QLabel[objectName^=\"ChartTitle\"]{color:#e8eaee; font-weight:bold;"
+        " background:transparent;}"
+        "QPlainTextEdit{background:rgba(24,26,30,220); color:#e8eaee; font-size:7pt;"
+        "border:1px solid #4b525e; border-radius:2px;}"
+        "QPlainTextEdit[empty=\"true\"]{background:rgba(24,26,30,90);"
+        "border:1px dashed #343944;}");
+    static const QString paperSheet = QStringLiteral(
+        "#ScrollBox1, #ScrollBox1Content{background:#fff;}"
+        "QLabel[objectName^=\"ChartTitle\"]{color:#000; font-weight:bold;"
+        " background:transparent;}"
+        "QPlainTextEdit{background:#fff; color:#000; font-size:7pt;"
+        "border:1px solid #000; border-radius:0px;}"
+        "QPlainTextEdit[empty=\"true\"]{background:transparent; border:none;}");
+    scrollBox1_->setStyleSheet(paper ? paperSheet : screen);
+    for (QPlainTextEdit* memo : memos_) {
+        memo->setPlaceholderText(paper ? QString() : tr("Channel memo"));
+    }
 }
 
 }  // namespace sonalyx

@@ -42,6 +42,9 @@ class ReverbView : public QWidget {
     void FillBarChartByBand(int chart, int band);
     // The layout again at the current size, after the scroll box was resized.
     void Relayout();
+    // Paper look for a printed capture: white behind the charts, black titles, memos as ink
+    // on paper. The charts' own appearance is the document window's to switch.
+    void SetPaperLook(bool paper);
 
   signals:
     // A channel or group memo was edited; the document already holds the new text.

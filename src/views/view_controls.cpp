@@ -11,6 +11,7 @@
 #include <QScrollBar>
 #include <QSlider>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "views/panel_button.h"
 #include "views/step_button.h"
@@ -59,6 +60,24 @@ const char* const kPanelStyle = R"(
                  font-family: monospace; padding: 2px; }
 #LabelSummary { color: #8d96a3; font-size: 8pt; }
 )";
+
+// The panel on paper: the same sheet with ink on white. Each screen colour has its paper
+// colour, so the two looks can never disagree on what they style.
+QString PaperPanelStyle() {
+    static const std::pair<const char*, const char*> kInk[] = {
+        {"#202329", "#ffffff"},           {"#0c0d10", "#808080"}, {"#4b525e", "#808080"},
+        {"#c9ced6", "#000000"},           {"#8d96a3", "#303030"}, {"#353a43", "#a0a0a0"},
+        {"#4a4f57", "#ececec"},           {"#f0f2f5", "#000000"}, {"#343944", "#f4f4f4"},
+        {"#dfe3e8", "#000000"},           {"#1f6fb2", "#c8d8e8"}, {"#124a78", "#404040"},
+        {"color: white", "color: black"}, {"#2a2e35", "#f4f4f4"}, {"#2c3038", "#ffffff"},
+        {"#eef0f3", "#000000"},           {"#121418", "#808080"}, {"#50555e", "#808080"},
+        {"#101215", "#ffffff"},           {"#7fe08a", "#000000"}, {"#3a3f48", "#808080"}};
+    QString style = QLatin1String(kPanelStyle);
+    for (const auto& [screen, paper] : kInk) {
+        style.replace(QLatin1String(screen), QLatin1String(paper));
+    }
+    return style;
+}
 
 QLabel* SmallLabel(const QString& text, const char* role, QWidget* parent) {
     auto* label = new QLabel(text, parent);
@@ -349,6 +368,10 @@ void ViewControls::UpdateLegendVisibility() {
 void ViewControls::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
     UpdateLegendVisibility();
+}
+
+void ViewControls::SetPaperLook(bool paper) {
+    setStyleSheet(paper ? PaperPanelStyle() : QString(QLatin1String(kPanelStyle)));
 }
 
 }  // namespace sonalyx

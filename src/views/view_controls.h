@@ -74,6 +74,8 @@ class ViewControls : public QFrame {
     // Shows the time-slice controls (bar mode) or the legend; hint names what the slice picks.
     void SwitchBarMode(bool on, const QString& hint);
     bool BarModeShown() const { return barMode_; }
+    // Ink on white for a printed capture, or the screen's dark panel again.
+    void SetPaperLook(bool paper);
     // Panels at least this high have room for the legend beside the line graphs.
     static constexpr int kLegendMinHeight = 410;
 

@@ -1,0 +1,87 @@
+#include "print/page_printer.h"
+
+#include <QPainter>
+#include <QPrinter>
+#include <algorithm>
+
+#include "document/messenger.h"
+#include "print/print_diagnostics.h"
+
+namespace sonalyx {
+
+PagePrinter::PagePrinter(Messenger& messenger) : messenger_(messenger) {}
+
+bool PagePrinter::SetLandscape(QPrinter& printer) {
+    if (printer.pageLayout().orientation() == QPageLayout::Landscape ||
+        printer.setPageOrientation(QPageLayout::Landscape)) {
+        return true;
+    }
+    messenger_.show("Set Landscape failed.", "", MessageMode::Ok);
+    return false;
+}
+
+PaperMetrics PagePrinter::Metrics(const QPrinter& printer) {
+    const QRect paper = printer.paperRect(QPrinter::DevicePixel).toRect();
+    PaperMetrics m;
+    m.paperWidth = paper.width();
+    m.paperHeight = paper.height();
+    m.pageWidth = printer.width();
+    m.pageHeight = printer.height();
+    m.dpiX = printer.logicalDpiX();
+    m.dpiY = printer.logicalDpiY();
+    return m;
+}
+
+bool PagePrinter::Print(QPrinter& printer, const QList<QImage>& pages, int first, int last,
+                        const QString& title) {
+    printed_ = 0;
+    printer.setDocName(title);
+    first = std::max(first, 1);
+    last = std::min<int>(last, pages.size());
+    const PrintDiagnostics diagnostics;
+    diagnostics.WriteDeviceCaps(printer, title);
+    QPainter painter;
+    if (!painter.begin(&printer)) {
+        messenger_.show("Printer is not ready. Please try again.", "", MessageMode::Ok);
+        return false;
+    }
+    // Screen pictures are upscaled a lot on paper; smooth sampling keeps text and curves from
+    // turning into staircases (a monochrome driver halftones the result itself).
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    for (int i = first; i <= last; ++i) {
+        const QImage& page = pages.at(i - 1);
+        if (page.isNull()) {
+            continue;
+        }
+        const QImage picture = page.convertToFormat(QImage::Format_RGB32);
+        if (picture.isNull()) {
+            messenger_.show("Can't allocate memory for the bitmap image.", "", MessageMode::Ok);
+            painter.end();
+            return false;
+        }
+        if (printed_ > 0 && !printer.newPage()) {
+            messenger_.show("Printer is not ready. Please try again.", "", MessageMode::Ok);
+            painter.end();
+            return false;
+        }
+        const Box box = PaperLayout::FitToPage(picture.width(), picture.height(), printer.width(),
+                                               printer.height());
+        painter.drawImage(QRect(box.left, box.top, box.width, box.height), picture);
+        ++printed_;
+        diagnostics.SavePage(picture, i,
+                             QStringLiteral("page %1 of %2: %3x%4 at %5,%6 size %7x%8 on %9x%10")
+                                 .arg(i)
+                                 .arg(pages.size())
+                                 .arg(picture.width())
+                                 .arg(picture.height())
+                                 .arg(box.left)
+                                 .arg(box.top)
+                                 .arg(box.width)
+                                 .arg(box.height)
+                                 .arg(printer.width())
+                                 .arg(printer.height()));
+    }
+    return painter.end();
+}
+
+}  // namespace sonalyx
