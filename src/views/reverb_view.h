@@ -42,6 +42,10 @@ class ReverbView : public QWidget {
     void FillBarChartByBand(int chart, int band);
     // The layout again at the current size, after the scroll box was resized.
     void Relayout();
+    // Where the curves come from: values (the document itself unless a comparison shows
+    // differences) and, when not null, a reference shaped like the document whose curves are
+    // drawn dashed beside them. Both must outlive the view or be set again.
+    void SetSources(const MeasurementDocument* values, const MeasurementDocument* overlay);
 
   signals:
     // A channel or group memo was edited; the document already holds the new text.
@@ -57,8 +61,15 @@ class ReverbView : public QWidget {
     void ShowBandTitle(int chart, int band);
     void PlaceOverlays(int chart);
     void StoreMemo(int chart);
+    const MeasurementDocument& Values() const { return values_ ? *values_ : document_; }
+    // Fills a chart with fill(filler, model, swatches, false) from the values, then with
+    // fill(..., true) from the overlay into the chart's reference series.
+    template <typename Fill>
+    void FillWithOverlay(int chart, const Fill& fill);
 
     MeasurementDocument& document_;
+    const MeasurementDocument* values_ = nullptr;
+    const MeasurementDocument* overlay_ = nullptr;
     ReverbSelection selection_;
     QScrollArea* scrollBox1_ = nullptr;
     QWidget* content_ = nullptr;

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "views/panel_button.h"
+#include "views/reference_note.h"
 #include "views/step_button.h"
 #include "views/view_axis.h"
 
@@ -93,6 +94,8 @@ ViewControls::ViewControls(QWidget* parent) : QFrame(parent) {
     layout->addWidget(BuildGraphParams());
     layout->addWidget(BuildTimeSlice());
     layout->addWidget(BuildLegend());
+    panelReference_ = new ReferenceNote(content);
+    layout->addWidget(panelReference_);
     layout->addStretch(1);
     summary_ = new QLabel(this);
     summary_->setObjectName(QStringLiteral("LabelSummary"));

@@ -25,10 +25,14 @@ class SeriesPainter {
   private:
     void drawLine(const Series& series, double slot, const QColor& colour, bool reference);
     void flushPiece(double slot);
-    void drawBars(const Series& series, double slot, const QColor& colour);
-    void drawBar2D(double x0, double x1, double y0, double y1, bool below, const QColor& colour);
-    void drawBar3D(double x0, double x1, double y0, double y1, double slot, bool below,
+    void drawBars(const Series& series, double slot, const QColor& colour, bool reference);
+    // A bar's pen and brush: solid; a reference's dashed over a faint fill; one below the
+    // axis dotted over a hatch.
+    void setBarStyle(const QColor& colour, const QColor& edge, bool below, bool reference);
+    void drawBar2D(double x0, double x1, double y0, double y1, bool below, bool reference,
                    const QColor& colour);
+    void drawBar3D(double x0, double x1, double y0, double y1, double slot, bool below,
+                   bool reference, const QColor& colour);
 
     QPainter& painter_;
     const ChartModel& model_;
