@@ -25,6 +25,7 @@ class TGlossary;
 class TMDIChild;
 
 namespace sonalyx {
+class CompareCommands;
 class ReceiveSession;
 struct ReceiveOptions;
 struct ReceiveResult;
@@ -164,6 +165,7 @@ class TMainForm : public QMainWindow {
     QPointer<TGlossary> glossary_;
     QPointer<QWidget> editTarget_;
     QPointer<sonalyx::ReceiveSession> receive_;
+    sonalyx::CompareCommands* compare_ = nullptr;
 
     QMenu* fileMenu_ = nullptr;
     QMenu* windowMenu_ = nullptr;
