@@ -42,6 +42,8 @@ const char* const kPanelStyle = R"(
                                border-radius: 3px; padding: 2px 6px; }
 #Panel1 sonalyx--PanelButton[down="true"] { background: #1f6fb2; color: white;
                                            border: 1px solid #124a78; }
+#Panel1 sonalyx--PanelButton:disabled { background: #2a2e35; color: #6b717b;
+                                       border: 1px solid #353a43; }
 #Panel1 QToolButton { background: #343944; border: 1px solid #4b525e; border-radius: 2px; }
 #Panel1 QToolButton:pressed { background: #1f6fb2; }
 #Panel1 QToolButton:disabled { background: #2a2e35; border-color: #353a43; }

@@ -145,7 +145,6 @@ TEST_F(CompareViewTest, Screenshots) {
         std::function<void(TMDIChild&)> setUp;
         TMDIChild::DifferenceMode mode;
     } rows[] = {
-        {"overlay-3d", [](TMDIChild&) {}, TMDIChild::DifferenceMode::Off},
         {"overlay-3d-left", [](TMDIChild& w) { w.Panel1()->ComboChannel()->setCurrentIndex(1); },
          TMDIChild::DifferenceMode::Off},
         {"overlay-2d-left",
@@ -169,8 +168,6 @@ TEST_F(CompareViewTest, Screenshots) {
              w.Panel1()->TrackBar(Track::TimeSlice)->setValue(16);
              w.OnClickTimeSlice();
          },
-         TMDIChild::DifferenceMode::Off},
-        {"overlay-groupdelay", [](TMDIChild& w) { w.PageControl()->setCurrentIndex(1); },
          TMDIChild::DifferenceMode::Off},
         {"difference-3d", [](TMDIChild&) {}, TMDIChild::DifferenceMode::FromReference},
         {"after-minus-before-2d-left",
