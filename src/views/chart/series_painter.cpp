@@ -21,10 +21,12 @@ constexpr double kReferenceLift = 0.35;
 constexpr int kReferenceAlpha = 190;
 // A reference bar's faces are filled this faintly under their dashed edges.
 constexpr int kReferenceFillAlpha = 110;
-constexpr int kReferenceRibbonAlpha = 55;
-constexpr double kReferencePenScale = 1.5;
+constexpr int kReferenceRibbonShare = 30;  // percent of the colour in a reference ribbon
 // In 3D a curve is a ribbon this deep either side of its slot, filled in a darker shade.
 constexpr double kRibbonHalfDepth = 0.5;
+// A reference's glass ribbon is narrower: it stays inside its slot's own ribbon and costs less
+// to blend.
+constexpr double kReferenceRibbonHalfDepth = 0.3;
 constexpr int kRibbonShade = 170;
 
 QColor referenceColour(const QColor& colour) {
@@ -51,13 +53,16 @@ SeriesPainter::SeriesPainter(QPainter& painter, const ChartModel& model,
     piece_.reserve(64);
 }
 
-void SeriesPainter::draw(const Series& series, double slot, bool reference) {
+void SeriesPainter::draw(const Series& series, double slot, bool reference, Pass pass) {
     if (!series.visible || series.points.empty()) {
         return;
     }
+    pass_ = pass;
     const QColor colour = reference ? referenceColour(series.colour) : series.colour;
     if (series.kind == SeriesKind::Bar) {
-        drawBars(series, slot, colour, reference);
+        if (pass != Pass::Under) {
+            drawBars(series, slot, colour, reference);
+        }
     } else {
         drawLine(series, slot, colour, reference);
     }
@@ -74,20 +79,25 @@ void SeriesPainter::flushPiece(double slot) {
         // The strip between the curve's front and back edges, then the front edge in the
         // series colour: one polygon, so a ribbon costs one fill however long it is.
         for (const QPointF& v : piece_) {
-            polyline_.push_back(projection_.map(v.x(), v.y(), slot + kRibbonHalfDepth));
+            polyline_.push_back(projection_.map(v.x(), v.y(), slot + ribbonHalfDepth_));
         }
         for (auto i = n; i-- > 0;) {
             polyline_.push_back(
-                projection_.map(piece_[i].x(), piece_[i].y(), slot - kRibbonHalfDepth));
+                projection_.map(piece_[i].x(), piece_[i].y(), slot - ribbonHalfDepth_));
         }
         // The fill's edge is covered by the lines, so it needs no antialiasing (the costly part).
-        painter_.setRenderHint(QPainter::Antialiasing, false);
-        painter_.setPen(Qt::NoPen);
-        painter_.setBrush(ribbonColour_);
-        painter_.drawPolygon(polyline_.data(), static_cast<int>(polyline_.size()), Qt::WindingFill);
-        painter_.setRenderHint(QPainter::Antialiasing, true);
-        painter_.setPen(linePen_);
-        painter_.drawPolyline(polyline_.data() + n, static_cast<int>(n));
+        if (pass_ != Pass::Over) {
+            painter_.setRenderHint(QPainter::Antialiasing, false);
+            painter_.setPen(Qt::NoPen);
+            painter_.setBrush(ribbonColour_);
+            painter_.drawPolygon(polyline_.data(), static_cast<int>(polyline_.size()),
+                                 Qt::WindingFill);
+            painter_.setRenderHint(QPainter::Antialiasing, true);
+        }
+        if (pass_ != Pass::Under) {
+            painter_.setPen(linePen_);
+            painter_.drawPolyline(polyline_.data() + n, static_cast<int>(n));
+        }
     } else {
         for (const QPointF& v : piece_) {
             polyline_.push_back(projection_.map(v.x(), v.y(), slot));
@@ -99,16 +109,21 @@ void SeriesPainter::flushPiece(double slot) {
 
 void SeriesPainter::drawLine(const Series& series, double slot, const QColor& colour,
                              bool reference) {
-    // A reference curve is a glass ribbon with a dashed, slightly heavier edge: the same shape
-    // as the curves around it, and still told apart at a glance.
-    const double width = std::max(1, model_.penWidth) * (reference ? kReferencePenScale : 1.0);
-    linePen_ = QPen(colour, width, reference ? Qt::DashLine : Qt::SolidLine);
+    // A reference curve is a narrower glass ribbon with a dashed edge: the same shape as the
+    // curves around it, and still told apart at a glance. Its pen stays one pixel wide, which
+    // the raster engine dashes on its fast path.
+    linePen_ = QPen(colour, std::max(1, model_.penWidth), reference ? Qt::DashLine : Qt::SolidLine);
     linePen_.setCosmetic(true);
     ribbon_ = projection_.is3D();
+    ribbonHalfDepth_ = reference ? kReferenceRibbonHalfDepth : kRibbonHalfDepth;
     ribbonColour_ = colour.darker(kRibbonShade);
     if (reference) {
-        ribbonColour_ = colour;
-        ribbonColour_.setAlpha(kReferenceRibbonAlpha);
+        // Opaque, so the fill costs what a solid ribbon does: the background seen through the
+        // curve's colour.
+        const QColor& back = model_.background;
+        const auto mix = [](int c, int b) { return b + (c - b) * kReferenceRibbonShare / 100; };
+        ribbonColour_ = QColor(mix(colour.red(), back.red()), mix(colour.green(), back.green()),
+                               mix(colour.blue(), back.blue()));
     }
     painter_.setPen(linePen_);
     painter_.setBrush(Qt::NoBrush);

@@ -20,7 +20,11 @@ class SeriesPainter {
   public:
     SeriesPainter(QPainter& painter, const ChartModel& model, const ChartProjection& projection);
 
-    void draw(const Series& series, double slot, bool reference);
+    // What of a series a call draws. A 3D reference curve is drawn in two passes around its
+    // slot's own curve: its ribbon under it, its dashed edge over it.
+    enum class Pass { Whole, Under, Over };
+
+    void draw(const Series& series, double slot, bool reference, Pass pass = Pass::Whole);
 
   private:
     void drawLine(const Series& series, double slot, const QColor& colour, bool reference);
@@ -42,6 +46,8 @@ class SeriesPainter {
     QPen linePen_;
     QColor ribbonColour_;
     bool ribbon_ = false;
+    double ribbonHalfDepth_ = 0.5;
+    Pass pass_ = Pass::Whole;
     std::vector<int> order_;
     std::vector<double> distance_;
 };
