@@ -54,7 +54,10 @@ struct Tab {
     std::vector<QRectF> rects;
     QImage image;
 
-    Tab() : image(kWindowWidth, (kCharts / 3) * (kWindowHeight / 3), QImage::Format_RGB32) {
+    // With a reference, each chart also carries the after-calibration curves as a compared
+    // document's, drawn dashed over the others.
+    explicit Tab(bool withReference = false)
+        : image(kWindowWidth, (kCharts / 3) * (kWindowHeight / 3), QImage::Format_RGB32) {
         const MeasurementDocument& doc = sampleDocument();
         const int width = kWindowWidth / 3;
         const int height = kWindowHeight / 3;
@@ -72,6 +75,15 @@ struct Tab {
                 for (int t = 0; t < kTimePoints; ++t) {
                     s.points.push_back(
                         {5.0 * (t + 1), 58.0 + doc.reverbValues[0][position][b][t], QString()});
+                }
+                if (withReference) {
+                    Series r = s;
+                    r.reference = true;
+                    for (int t = 0; t < kTimePoints; ++t) {
+                        r.points[static_cast<std::size_t>(t)].y =
+                            58.0 + doc.reverbValues[1][position][b][t];
+                    }
+                    m.referenceSeries.push_back(std::move(r));
                 }
             }
             charts.push_back(std::move(m));
@@ -130,6 +142,20 @@ void BM_FullRedraw(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_FullRedraw)->Unit(benchmark::kMillisecond);
+
+void BM_FullRedrawWithReference(benchmark::State& state) {
+    Tab tab(true);
+    for (auto _ : state) {
+        QPainter painter(&tab.image);
+        for (int c = 0; c < kCharts; ++c) {
+            paintChart(painter, tab.rects[static_cast<std::size_t>(c)],
+                       tab.charts[static_cast<std::size_t>(c)]);
+        }
+        painter.end();
+        benchmark::DoNotOptimize(tab.image.constBits());
+    }
+}
+BENCHMARK(BM_FullRedrawWithReference)->Unit(benchmark::kMillisecond);
 
 // What one more open document window costs in resident memory: a nine-channel document on
 // its Reverb tab, shown and painted. The first window also pays for what every window shares
@@ -206,6 +232,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
         };
         const double floor = ms(cpuMs_, "BM_Floor");
         const double full = ms(cpuMs_, "BM_FullRedraw");
+        const double compared = ms(cpuMs_, "BM_FullRedrawWithReference");
         if (floor <= 0 || full <= 0) {
             return;
         }
@@ -215,6 +242,12 @@ class RatioReporter : public benchmark::ConsoleReporter {
             "full redraw %.2f ms CPU (target <= 15), %.2f x the floor's %.2f ms "
             "(target <= 3); wall clock %.2f ms against %.2f ms\n",
             full, full / floor, floor, ms(realMs_, "BM_FullRedraw"), ms(realMs_, "BM_Floor"));
+        if (compared > 0) {
+            std::printf(
+                "with a reference document's curves over them: %.2f ms CPU (target <= 15), "
+                "%.2f x the floor\n",
+                compared, compared / floor);
+        }
     }
     static void printMemory() {
         std::printf(

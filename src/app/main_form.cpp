@@ -24,6 +24,7 @@
 
 #include "app/about_box.h"
 #include "app/brand_art.h"
+#include "app/compare_commands.h"
 #include "app/form_openning.h"
 #include "app/glossary.h"
 #include "app/receive_log_folder.h"
@@ -94,6 +95,7 @@ TMainForm::TMainForm(MainFormOptions options, QWidget* parent)
     });
 
     CreateActions();
+    compare_ = new sonalyx::CompareCommands(*this, messenger_, fileDialogs_);
     CreateMenus();
     CreateToolBar();
     CreateStatusBar();
@@ -296,6 +298,11 @@ void TMainForm::CreateMenus() {
     display->addAction(Action(QStringLiteral("ActionDemo")));
     display->addSeparator();
     display->addAction(Action(QStringLiteral("DisplayDecayTimes")));
+    display->addSeparator();
+    for (const char* name : {"DisplayCompareWith", "DisplayCompareOff", "DisplayDifference",
+                             "DisplayAfterMinusBefore"}) {
+        display->addAction(Action(QLatin1String(name)));
+    }
 
     windowMenu_ = menuBar()->addMenu(tr("Window(&W)"));
     windowMenu_->addAction(Action(QStringLiteral("WindowCascade1")));
@@ -849,6 +856,9 @@ void TMainForm::UpdateDocumentActions() {
         Action(child->PairMode() == 0 ? QStringLiteral("ActionEachCh")
                                       : QStringLiteral("ActionPairCh"))
             ->setChecked(true);
+    }
+    if (compare_ != nullptr) {
+        compare_->UpdateActions();
     }
 }
 

@@ -28,6 +28,7 @@ class TMDIChild;
 namespace sonalyx {
 class PrintCommand;
 class PrintEnvironment;
+class CompareCommands;
 class ReceiveSession;
 struct ReceiveOptions;
 struct ReceiveResult;
@@ -171,6 +172,7 @@ class TMainForm : public QMainWindow {
     QPointer<sonalyx::ReceiveSession> receive_;
     std::unique_ptr<sonalyx::PrintEnvironment> ownPrintEnvironment_;
     std::unique_ptr<sonalyx::PrintCommand> print_;
+    sonalyx::CompareCommands* compare_ = nullptr;
 
     QMenu* fileMenu_ = nullptr;
     QMenu* windowMenu_ = nullptr;

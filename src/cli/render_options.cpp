@@ -49,6 +49,12 @@ bool RenderOptions::Parse(const std::vector<std::string>& args, RenderOptions& o
             options.graph2D = true;
         } else if (arg == "--bar") {
             options.bar = true;
+        } else if (arg == "--difference") {
+            options.difference = true;
+        } else if (arg == "--after-minus-before") {
+            options.afterMinusBefore = true;
+        } else if (arg == "--compare" && hasValue) {
+            options.compare = args[++i];
         } else if (arg == "-o" && hasValue) {
             options.output = args[++i];
         } else if (arg == "--tab" && hasValue) {
@@ -109,6 +115,18 @@ bool RenderOptions::Parse(const std::vector<std::string>& args, RenderOptions& o
     }
     if (options.slice && options.tab == 0 && *options.slice > 31) {
         problem = "--slice takes 0 to 31 on the reverb tab";
+        return false;
+    }
+    if (options.difference && options.compare.empty()) {
+        problem = "--difference needs --compare REF.csv";
+        return false;
+    }
+    if (options.difference && options.afterMinusBefore) {
+        problem = "--difference and --after-minus-before exclude each other";
+        return false;
+    }
+    if ((options.difference || options.afterMinusBefore) && options.tab == 2) {
+        problem = "--difference and --after-minus-before belong to the graph tabs";
         return false;
     }
     if ((options.memory || options.page) && options.tab != 2) {

@@ -27,6 +27,9 @@ struct RenderOptions {
     std::optional<int> memory;
     std::optional<int> page;
     std::optional<int> pages;
+    std::string compare;            // a reference document, drawn dashed beside the curves
+    bool difference = false;        // the document minus the reference
+    bool afterMinusBefore = false;  // the document's after curves minus its before curves
 
     // Reads the arguments after "render"; on a usage error returns false with problem set.
     static bool Parse(const std::vector<std::string>& args, RenderOptions& options,

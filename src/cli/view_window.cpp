@@ -9,6 +9,7 @@
 #include <iostream>
 
 #include "document/document_file.h"
+#include "document/document_loader.h"
 #include "views/mdi_child.h"
 #include "views/view_export.h"
 
@@ -25,6 +26,39 @@ class NoChooser : public FileChooser {
 NoChooser& noChooser() {
     static NoChooser chooser;
     return chooser;
+}
+
+// The lines of a document file; nullopt when the user has been told why not.
+std::optional<std::vector<std::string>> ReadLines(const std::string& path, Messenger& messenger) {
+    std::error_code ec;
+    if (!std::filesystem::exists(path, ec)) {
+        messenger.show("The file is not exist.", path, MessageMode::Ok);
+        return std::nullopt;
+    }
+    auto lines = readDocumentLines(path);
+    if (!lines) {
+        messenger.show("Can't read the file. Please close, if it's opened.", path, MessageMode::Ok);
+    }
+    return lines;
+}
+
+// Compare With and the difference toggles, as the Display menu sets them.
+bool ApplyComparison(TMDIChild& window, const RenderOptions& o, Messenger& messenger) {
+    if (!o.compare.empty()) {
+        const auto lines = ReadLines(o.compare, messenger);
+        auto reference = std::make_shared<MeasurementDocument>();
+        if (!lines || !DocumentLoader::load(*reference, *lines, o.compare, &messenger)) {
+            return false;
+        }
+        window.SetReference(std::move(reference),
+                            QFileInfo(QString::fromStdString(o.compare)).fileName());
+    }
+    if (o.difference) {
+        window.SetDifferenceMode(TMDIChild::DifferenceMode::FromReference);
+    } else if (o.afterMinusBefore) {
+        window.SetDifferenceMode(TMDIChild::DifferenceMode::AfterMinusBefore);
+    }
+    return true;
 }
 
 // Applies the options in the order a user would set them.
@@ -72,15 +106,8 @@ bool ApplyView(TMDIChild& window, const RenderOptions& o) {
 std::unique_ptr<TMDIChild> openViewWindow(const RenderOptions& options, Messenger& messenger,
                                           int& status) {
     status = 1;
-    std::error_code ec;
-    if (!std::filesystem::exists(options.input, ec)) {
-        messenger.show("The file is not exist.", options.input, MessageMode::Ok);
-        return nullptr;
-    }
-    const auto lines = readDocumentLines(options.input);
+    const auto lines = ReadLines(options.input, messenger);
     if (!lines) {
-        messenger.show("Can't read the file. Please close, if it's opened.", options.input,
-                       MessageMode::Ok);
         return nullptr;
     }
     const QString path = QFileInfo(QString::fromStdString(options.input)).absoluteFilePath();
@@ -92,7 +119,7 @@ std::unique_ptr<TMDIChild> openViewWindow(const RenderOptions& options, Messenge
         return nullptr;
     }
     QApplication::processEvents();
-    if (!ApplyView(*window, options)) {
+    if (!ApplyComparison(*window, options, messenger) || !ApplyView(*window, options)) {
         return nullptr;
     }
     QApplication::processEvents();

@@ -171,7 +171,7 @@ void GroupDelayFiller::FillBarChart(chart::ChartModel& model, Swatches& swatches
     for (int g = 0; g < chart::kSeriesSlots; ++g) {
         auto& series = model.series[static_cast<std::size_t>(g)];
         series.kind = chart::SeriesKind::Bar;
-        series.origin = model.left.minimum;
+        series.origin = selection_.difference ? 0.0 : model.left.minimum;
         series.title = QStringLiteral(" ");
         if (g < groups) {
             series.colour = GroupColour(doc_.groupIdAt(g));

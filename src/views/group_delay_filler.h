@@ -16,8 +16,9 @@ struct GroupDelaySelection {
     int comboIndex = 0;  // 0: "ALL", g + 1: group g alone
     bool barMode = false;
     bool view3D = true;
-    int band = 0;         // 0..63, the frequency band a bar graph shows
-    int windowWidth = 0;  // of the document window: how many frequency labels fit
+    int band = 0;             // 0..63, the frequency band a bar graph shows
+    int windowWidth = 0;      // of the document window: how many frequency labels fit
+    bool difference = false;  // the values are differences: bars rise or fall from 0
 };
 
 // Fills Chart101 from the document's group delay data: one curve per channel group over the

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/reference_overlay.h"
 #include "views/view_axis.h"
 
 namespace sonalyx {
@@ -59,12 +60,32 @@ GroupDelayView::GroupDelayView(const MeasurementDocument& document, QWidget* par
     swatches_.fill(Qt::white);
 }
 
+void GroupDelayView::SetSources(const MeasurementDocument* values,
+                                const MeasurementDocument* overlay) {
+    values_ = values;
+    overlay_ = overlay;
+}
+
 void GroupDelayView::RebuildCharts(const GroupDelaySelection& selection) {
-    const GroupDelayFiller filler(document_, selection);
-    if (selection.barMode) {
-        filler.FillBarChart(chart_->model(), swatches_);
-    } else {
-        filler.FillLineChart(chart_->model(), swatches_);
+    const auto fill = [&selection](const MeasurementDocument& doc, chart::ChartModel& model,
+                                   Swatches& swatches) {
+        const GroupDelayFiller filler(doc, selection);
+        if (selection.barMode) {
+            filler.FillBarChart(model, swatches);
+        } else {
+            filler.FillLineChart(model, swatches);
+        }
+    };
+    chart::ChartModel& model = chart_->model();
+    fill(values_ != nullptr ? *values_ : document_, model, swatches_);
+    model.referenceSeries.clear();
+    if (overlay_ != nullptr) {
+        chart::ChartModel scratch;
+        scratch.left = model.left;
+        scratch.view = model.view;
+        Swatches unused;
+        fill(*overlay_, scratch, unused);
+        ReferenceOverlay::Attach(model, scratch);
     }
     chart_->update();
 }

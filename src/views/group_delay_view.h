@@ -25,6 +25,8 @@ class GroupDelayView : public QWidget {
 
     // Refills the chart for the selection and repaints it.
     void RebuildCharts(const GroupDelaySelection& selection);
+    // Where the curves come from, as ReverbView::SetSources says.
+    void SetSources(const MeasurementDocument* values, const MeasurementDocument* overlay);
     // The statistics of the document's groups; false when no group has data.
     bool FillTable();
 
@@ -38,6 +40,8 @@ class GroupDelayView : public QWidget {
     void FitTable();
 
     const MeasurementDocument& document_;
+    const MeasurementDocument* values_ = nullptr;
+    const MeasurementDocument* overlay_ = nullptr;
     chart::ChartWidget* chart_ = nullptr;
     QTableWidget* table_ = nullptr;
     Swatches swatches_{};

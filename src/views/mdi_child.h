@@ -2,6 +2,7 @@
 
 #include <QMdiSubWindow>
 #include <QVector>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "document/measurement_document.h"
 #include "document/messenger.h"
 #include "views/group_delay_filler.h"
+#include "views/reference_overlay.h"
 #include "views/view_axis.h"
 #include "views/view_controls.h"
 
@@ -117,6 +119,21 @@ class TMDIChild : public QMdiSubWindow {
     void StepMouseUp();
     void Timer1Timer();
 
+    // Comparison with a reference document: its curves are drawn dashed beside the window's
+    // own, matched by channel, group and band. The window keeps the reference it is given
+    // (closing the window it came from changes nothing); nullptr ends the comparison.
+    void SetReference(std::shared_ptr<const sonalyx::MeasurementDocument> reference,
+                      const QString& title);
+    const sonalyx::MeasurementDocument* Reference() const;
+    QString ReferenceTitle() const;
+    // What the graphs show: the curves, the document minus the reference, or the document's
+    // after-calibration curves minus its before curves (which needs no reference).
+    using DifferenceMode = sonalyx::DifferenceMode;
+    void SetDifferenceMode(DifferenceMode mode);
+    DifferenceMode Difference() const;
+    // What the reference lacks and what only it has, as the window shows it.
+    QString ReferenceUnmatched() const;
+
     QTabWidget* PageControl() const { return pageControl_; }
     sonalyx::ViewControls* Panel1() const { return panel1_; }
     sonalyx::ReverbView* Reverb() const { return reverbView_; }
@@ -128,6 +145,8 @@ class TMDIChild : public QMdiSubWindow {
     // A "New Data" document was saved under this path from its close query or Save As.
     void SavedAs(const QString& path);
     void ModifiedChanged(bool modified);
+    // The reference or the difference mode changed.
+    void ReferenceChanged();
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -159,6 +178,11 @@ class TMDIChild : public QMdiSubWindow {
     void UpdateSummary();
     void MemoEdited(std::vector<std::string>& memo, const QString& text);
     void MarkModified();
+    void ApplyComparison();
+    sonalyx::GroupDelayAxis GroupDelayAxisInView() const;
+    // A centre or origin of the own curves (the level base, an axis minimum), or 0 while the
+    // graphs show differences.
+    double ZeroWhenDiffering(double value) const;
 
     sonalyx::Messenger& messenger_;
     sonalyx::MeasurementDocument document_;
@@ -192,4 +216,5 @@ class TMDIChild : public QMdiSubWindow {
     std::optional<sonalyx::Step> RepeatStep_;
     bool RotateBackward_ = false;
     sonalyx::GroupDelayAxis groupDelayAxis_ = sonalyx::GroupDelayAxis::FromSpan(1.8f);
+    sonalyx::ReferenceOverlay reference_{document_};
 };

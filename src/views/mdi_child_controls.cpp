@@ -15,10 +15,10 @@
 #include "views/chart/chart_widget.h"
 #include "views/mdi_child.h"
 
-#include "views/parameters_view.h"
-#include "views/sheet_scroll_box.h"
 #include "views/panel_button.h"
+#include "views/parameters_view.h"
 #include "views/reverb_view.h"
+#include "views/sheet_scroll_box.h"
 #include "views/step_button.h"
 
 using sonalyx::Step;
@@ -94,6 +94,7 @@ sonalyx::ReverbSelection TMDIChild::Selection() const {
     selection.barMode = BarMode_;
     selection.view3D = graph3D_;
     selection.timeSlice = panel1_->TrackBar(Track::TimeSlice)->value();
+    selection.difference = reference_.Differs();
     return selection;
 }
 
@@ -132,6 +133,7 @@ sonalyx::GroupDelaySelection TMDIChild::GroupDelaySelectionNow() const {
     selection.view3D = graph3D_;
     selection.band = panel1_->TrackBar(Track::TimeSlice)->value();
     selection.windowWidth = width();
+    selection.difference = reference_.Differs();
     return selection;
 }
 
@@ -201,16 +203,12 @@ void TMDIChild::S_Zoom() {
         }
     } else {
         const int move = panel1_->TrackBar(Track::Move)->value();
-        const auto range = sonalyx::view_axis::GroupDelayZoom(zoom, move, groupDelayAxis_);
+        const auto range = sonalyx::view_axis::GroupDelayZoom(zoom, move, GroupDelayAxisInView());
         for (auto* chart : targets) {
             auto& model = chart->model();
             SetLeftRange(model.left, range);
             model.left.increment = range.increment;
-            for (auto& series : model.series) {
-                if (series.kind == sonalyx::chart::SeriesKind::Bar) {
-                    series.origin = range.minimum;
-                }
-            }
+            sonalyx::ReferenceOverlay::SetBarOrigins(model, ZeroWhenDiffering(range.minimum));
         }
     }
     RepaintCharts();
@@ -224,17 +222,14 @@ void TMDIChild::S_Move() {
     const int move = panel1_->TrackBar(Track::Move)->value();
     const double increment = targets.front()->model().left.increment;
     const bool reverb = pageControl_->currentIndex() == kReverbTab;
-    const auto range = reverb
-                           ? sonalyx::view_axis::ReverbMove(move, increment)
-                           : sonalyx::view_axis::GroupDelayMove(move, increment, groupDelayAxis_);
+    const auto range =
+        reverb ? sonalyx::view_axis::ReverbMove(move, increment,
+                                                ZeroWhenDiffering(sonalyx::kLevelBase))
+               : sonalyx::view_axis::GroupDelayMove(move, increment, GroupDelayAxisInView());
     for (auto* chart : targets) {
         auto& model = chart->model();
         SetLeftRange(model.left, range);
-        for (auto& series : model.series) {
-            if (series.kind == sonalyx::chart::SeriesKind::Bar) {
-                series.origin = range.minimum;
-            }
-        }
+        sonalyx::ReferenceOverlay::SetBarOrigins(model, ZeroWhenDiffering(range.minimum));
     }
     RepaintCharts();
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 
 #include "document/speaker_layout.h"
 #include "views/memo_codec.h"
@@ -28,13 +29,23 @@ constexpr double kTimeAxisStep = 10.0;
 constexpr double kSideBySideBarWidth = 0.7;
 constexpr double kSliceBarWidth = 4.0;
 
-// A stored level as the decimal the document wrote (16.51, not 16.5100002), above the base.
-double LevelOf(float value) {
+// A stored level as the decimal the document wrote (16.51, not 16.5100002).
+double DecimalOf(float value) {
     char text[32];
     const auto written = std::to_chars(text, text + sizeof text, value);
     double decimal = value;
     std::from_chars(text, written.ptr, decimal);
-    return decimal + kReverbLevelBase;
+    return decimal;
+}
+
+// The points of one curve; a value that is not a number (a band a compared document lacks)
+// is left out.
+void AddCurve(chart::Series& series, const Curve& curve, double base) {
+    for (int t = 0; t < kTimePoints; ++t) {
+        if (!std::isnan(curve[t])) {
+            series.points.push_back({kSliceWidthMs * (t + 1), DecimalOf(curve[t]) + base, {}});
+        }
+    }
 }
 
 }  // namespace
@@ -126,6 +137,10 @@ QStringList ReverbFiller::LegendCaptions() const {
     return captions;
 }
 
+double ReverbFiller::LevelBase() const {
+    return selection_.difference ? 0.0 : kReverbLevelBase;
+}
+
 const BandCurves& ReverbFiller::ItemCurves(int item) const {
     return selection_.pairMode == 0 ? doc_.reverbValues[selection_.variant][item]
                                     : doc_.groupValues[selection_.variant][item];
@@ -175,10 +190,7 @@ void ReverbFiller::FillLineChart(chart::ChartModel& model, int item, bool hasDat
         if (!hasData || item < 0 || item >= ListLength()) {
             continue;
         }
-        const Curve& curve = ItemCurves(item)[b];
-        for (int t = 0; t < kTimePoints; ++t) {
-            series.points.push_back({kSliceWidthMs * (t + 1), LevelOf(curve[t]), {}});
-        }
+        AddCurve(series, ItemCurves(item)[b], LevelBase());
     }
     PaintRemainingWhite(swatches, bands);
 }
@@ -198,10 +210,7 @@ void ReverbFiller::FillLineChartByBand(chart::ChartModel& model, int band,
         if (!ItemHasData(item) || band < 0 || band >= BandCount()) {
             continue;
         }
-        const Curve& curve = ItemCurves(item)[band];
-        for (int t = 0; t < kTimePoints; ++t) {
-            series.points.push_back({kSliceWidthMs * (t + 1), LevelOf(curve[t]), {}});
-        }
+        AddCurve(series, ItemCurves(item)[band], LevelBase());
     }
     PaintRemainingWhite(swatches, items);
 }
@@ -217,14 +226,18 @@ void ReverbFiller::FillBarChart(chart::ChartModel& model, int item, bool hasData
         series.kind = chart::SeriesKind::Bar;
         series.title = BandCaption(b);
         series.colour = kBandColours[b];
-        series.origin = model.left.minimum;
+        series.origin = selection_.difference ? 0.0 : model.left.minimum;
         if (b < kLegendEntries) {
             swatches[b] = series.colour;
         }
         if (!hasData || item < 0 || item >= ListLength()) {
             continue;
         }
-        const double level = LevelOf(ItemCurves(item)[b][t]);
+        const float value = ItemCurves(item)[b][t];
+        if (std::isnan(value)) {
+            continue;
+        }
+        const double level = DecimalOf(value) + LevelBase();
         if (selection_.view3D) {
             series.barWidth = kSliceBarWidth;
             series.points.push_back({kSliceWidthMs * (t + 0.5), level, {}});
@@ -247,14 +260,18 @@ void ReverbFiller::FillBarChartByBand(chart::ChartModel& model, int band,
         series.kind = chart::SeriesKind::Bar;
         series.title = ItemShortName(item);
         series.colour = kChannelColours[item];
-        series.origin = model.left.minimum;
+        series.origin = selection_.difference ? 0.0 : model.left.minimum;
         if (item < kLegendEntries) {
             swatches[item] = series.colour;
         }
         if (!ItemHasData(item) || band < 0 || band >= BandCount()) {
             continue;
         }
-        const double level = LevelOf(ItemCurves(item)[band][t]);
+        const float value = ItemCurves(item)[band][t];
+        if (std::isnan(value)) {
+            continue;
+        }
+        const double level = DecimalOf(value) + LevelBase();
         if (selection_.view3D) {
             series.barWidth = kSliceBarWidth;
             series.points.push_back({kSliceWidthMs * (t + 0.5), level, {}});

@@ -28,6 +28,9 @@ struct ReverbSelection {
     bool barMode = false;
     bool view3D = true;
     int timeSlice = 0;  // 0..31, the 5 ms window a bar graph shows
+    // The values are differences of levels: drawn about 0 instead of the level base, and
+    // bars rise or fall from 0.
+    bool difference = false;
 };
 
 // Fills reverb chart descriptions from the document. It knows the item lists of each mode
@@ -64,6 +67,7 @@ class ReverbFiller {
 
   private:
     const BandCurves& ItemCurves(int item) const;
+    double LevelBase() const;
     void Begin(chart::ChartModel& model, bool bars, int count, const QString& barAxisTitle) const;
     static void PaintRemainingWhite(Swatches& swatches, int from);
 

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "views/memo_codec.h"
+#include "views/reference_overlay.h"
 
 namespace sonalyx {
 
@@ -117,9 +118,29 @@ void ReverbView::InitChartDesign(chart::ChartModel& model, int index) {
     model.view.rotation = 310;
 }
 
+void ReverbView::SetSources(const MeasurementDocument* values, const MeasurementDocument* overlay) {
+    values_ = values;
+    overlay_ = overlay;
+}
+
+template <typename Fill>
+void ReverbView::FillWithOverlay(int chart, const Fill& fill) {
+    chart::ChartModel& model = charts_[chart]->model();
+    fill(ReverbFiller(Values(), selection_), model, swatches_, false);
+    model.referenceSeries.clear();
+    if (overlay_ != nullptr) {
+        chart::ChartModel scratch;
+        scratch.left = model.left;
+        scratch.view = model.view;
+        Swatches unused;
+        fill(ReverbFiller(*overlay_, selection_), scratch, unused, true);
+        ReferenceOverlay::Attach(model, scratch);
+    }
+}
+
 void ReverbView::RebuildCharts(const ReverbSelection& selection, int comboIndex) {
     selection_ = selection;
-    const ReverbFiller filler(document_, selection_);
+    const ReverbFiller filler(Values(), selection_);
     const bool anyData = document_.anyVariantData[0] || document_.anyVariantData[1];
     labelNoData_->setVisible(!anyData);
     labelNoData_->setGeometry(scrollBox1_->rect());
@@ -138,6 +159,7 @@ void ReverbView::RebuildCharts(const ReverbSelection& selection, int comboIndex)
             for (auto& series : charts_[s]->model().series) {
                 series.points.clear();
             }
+            charts_[s]->model().referenceSeries.clear();
         }
         const int entry = comboIndex - 1;
         if (selection_.chFreq == 1) {
@@ -261,20 +283,32 @@ void ReverbView::StoreMemo(int chart) {
 }
 
 void ReverbView::FillLineChart(int chart, int item, bool hasData, bool allCharts) {
-    ReverbFiller(document_, selection_)
-        .FillLineChart(charts_[chart]->model(), item, hasData, swatches_);
-    ShowMemo(chart, item, !allCharts || chart < ReverbFiller(document_, selection_).ListLength());
+    const bool listed = !allCharts || chart < ReverbFiller(document_, selection_).ListLength();
+    // The reference's own data decides whether its curves are drawn.
+    FillWithOverlay(chart, [&](const ReverbFiller& filler, chart::ChartModel& model,
+                               Swatches& swatches, bool reference) {
+        filler.FillLineChart(model, item, reference ? listed && filler.ItemHasData(item) : hasData,
+                             swatches);
+    });
+    ShowMemo(chart, item, listed);
 }
 
 void ReverbView::FillBarChart(int chart, int item, bool hasData, bool allCharts) {
-    ReverbFiller(document_, selection_)
-        .FillBarChart(charts_[chart]->model(), item, hasData, swatches_);
-    ShowMemo(chart, item, !allCharts || chart < ReverbFiller(document_, selection_).ListLength());
+    const bool listed = !allCharts || chart < ReverbFiller(document_, selection_).ListLength();
+    // The reference's own data decides whether its curves are drawn.
+    FillWithOverlay(chart, [&](const ReverbFiller& filler, chart::ChartModel& model,
+                               Swatches& swatches, bool reference) {
+        filler.FillBarChart(model, item, reference ? listed && filler.ItemHasData(item) : hasData,
+                            swatches);
+    });
+    ShowMemo(chart, item, listed);
 }
 
 void ReverbView::FillLineChartByBand(int chart, int band) {
-    ReverbFiller(document_, selection_)
-        .FillLineChartByBand(charts_[chart]->model(), band, swatches_);
+    FillWithOverlay(
+        chart, [&](const ReverbFiller& filler, chart::ChartModel& model, Swatches& swatches, bool) {
+            filler.FillLineChartByBand(model, band, swatches);
+        });
     ShowBandTitle(chart, band);
 }
 
@@ -287,8 +321,10 @@ void ReverbView::ShowBandTitle(int chart, int band) {
 }
 
 void ReverbView::FillBarChartByBand(int chart, int band) {
-    ReverbFiller(document_, selection_)
-        .FillBarChartByBand(charts_[chart]->model(), band, swatches_);
+    FillWithOverlay(
+        chart, [&](const ReverbFiller& filler, chart::ChartModel& model, Swatches& swatches, bool) {
+            filler.FillBarChartByBand(model, band, swatches);
+        });
     ShowBandTitle(chart, band);
 }
 

@@ -45,6 +45,10 @@ class ReverbView : public QWidget {
     // Paper look for a printed capture: white behind the charts, black titles, memos as ink
     // on paper. The charts' own appearance is the document window's to switch.
     void SetPaperLook(bool paper);
+    // Where the curves come from: values (the document itself unless a comparison shows
+    // differences) and, when not null, a reference shaped like the document whose curves are
+    // drawn dashed beside them. Both must outlive the view or be set again.
+    void SetSources(const MeasurementDocument* values, const MeasurementDocument* overlay);
 
   signals:
     // A channel or group memo was edited; the document already holds the new text.
@@ -60,8 +64,15 @@ class ReverbView : public QWidget {
     void ShowBandTitle(int chart, int band);
     void PlaceOverlays(int chart);
     void StoreMemo(int chart);
+    const MeasurementDocument& Values() const { return values_ ? *values_ : document_; }
+    // Fills a chart with fill(filler, model, swatches, false) from the values, then with
+    // fill(..., true) from the overlay into the chart's reference series.
+    template <typename Fill>
+    void FillWithOverlay(int chart, const Fill& fill);
 
     MeasurementDocument& document_;
+    const MeasurementDocument* values_ = nullptr;
+    const MeasurementDocument* overlay_ = nullptr;
     ReverbSelection selection_;
     QScrollArea* scrollBox1_ = nullptr;
     QWidget* content_ = nullptr;

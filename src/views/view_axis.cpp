@@ -57,10 +57,9 @@ AxisRange ReverbZoom(int zoom, double currentMin, double currentMax) {
     return {centre - 5 * step, centre + 5 * step, step};
 }
 
-AxisRange ReverbMove(int move, double increment) {
+AxisRange ReverbMove(int move, double increment, double base) {
     const double shift = move - 20;
-    return {kReverbLevelBase - 5 * increment - shift, kReverbLevelBase + 5 * increment - shift,
-            increment};
+    return {base - 5 * increment - shift, base + 5 * increment - shift, increment};
 }
 
 AxisRange GroupDelayZoom(int zoom, int move, const GroupDelayAxis& axis) {

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include "document/measurement_document.h"
+
 namespace sonalyx {
 
 // The group delay axis values a document window derives from the span read off the group
@@ -28,8 +30,9 @@ namespace view_axis {
 
 // Reverb zoom: keeps the current centre, ten steps of (20 - zoom) / 2 dB.
 AxisRange ReverbZoom(int zoom, double currentMin, double currentMax);
-// Reverb move: re-centres on the level base, one dB per position, inverted.
-AxisRange ReverbMove(int move, double increment);
+// Reverb move: re-centres on the level base (0 for a difference view), one dB per position,
+// inverted.
+AxisRange ReverbMove(int move, double increment, double base = kLevelBase);
 AxisRange GroupDelayZoom(int zoom, int move, const GroupDelayAxis& axis);
 AxisRange GroupDelayMove(int move, double increment, const GroupDelayAxis& axis);
 

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "views/panel_button.h"
+#include "views/reference_note.h"
 #include "views/step_button.h"
 #include "views/view_axis.h"
 
@@ -42,6 +43,8 @@ const char* const kPanelStyle = R"(
                                border-radius: 3px; padding: 2px 6px; }
 #Panel1 sonalyx--PanelButton[down="true"] { background: #1f6fb2; color: white;
                                            border: 1px solid #124a78; }
+#Panel1 sonalyx--PanelButton:disabled { background: #2a2e35; color: #6b717b;
+                                       border: 1px solid #353a43; }
 #Panel1 QToolButton { background: #343944; border: 1px solid #4b525e; border-radius: 2px; }
 #Panel1 QToolButton:pressed { background: #1f6fb2; }
 #Panel1 QToolButton:disabled { background: #2a2e35; border-color: #353a43; }
@@ -112,6 +115,8 @@ ViewControls::ViewControls(QWidget* parent) : QFrame(parent) {
     layout->addWidget(BuildGraphParams());
     layout->addWidget(BuildTimeSlice());
     layout->addWidget(BuildLegend());
+    panelReference_ = new ReferenceNote(content);
+    layout->addWidget(panelReference_);
     layout->addStretch(1);
     summary_ = new QLabel(this);
     summary_->setObjectName(QStringLiteral("LabelSummary"));

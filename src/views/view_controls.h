@@ -14,6 +14,7 @@ class QButtonGroup;
 namespace sonalyx {
 
 class PanelButton;
+class ReferenceNote;
 class StepButton;
 
 // The trackbars a view step moves.
@@ -66,6 +67,7 @@ class ViewControls : public QFrame {
     QWidget* PanelTimeSlice() const { return panelTimeSlice_; }
     QWidget* PanelLegend() const { return panelLegend_; }
     QLabel* Summary() const { return summary_; }
+    ReferenceNote* PanelReference() const { return panelReference_; }
 
     // Titles and swatch colours of the ten legend entries.
     void SetLegend(const QStringList& captions, const Swatches& swatches);
@@ -112,6 +114,7 @@ class ViewControls : public QFrame {
     std::array<QLabel*, kLegendEntries> legendTitles_{};
     std::array<QFrame*, kLegendEntries> shapes_{};
     QLabel* summary_ = nullptr;
+    ReferenceNote* panelReference_ = nullptr;
     bool barMode_ = false;
 };
 

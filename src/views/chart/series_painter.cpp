@@ -16,10 +16,23 @@ namespace {
 constexpr double kBarHalfDepth = 0.4;
 // A bar lying wholly below the axis still shows as a stub this high (part of the axis span).
 constexpr double kStubFraction = 0.03;
-constexpr int kReferenceAlpha = 150;
+// A reference curve is its slot's colour moved this far towards white, a little translucent.
+constexpr double kReferenceLift = 0.35;
+constexpr int kReferenceAlpha = 190;
+// A reference bar's faces are filled this faintly under their dashed edges.
+constexpr int kReferenceFillAlpha = 110;
+constexpr int kReferenceRibbonShare = 30;  // percent of the colour in a reference ribbon
 // In 3D a curve is a ribbon this deep either side of its slot, filled in a darker shade.
 constexpr double kRibbonHalfDepth = 0.5;
+// A reference's glass ribbon is narrower: it stays inside its slot's own ribbon and costs less
+// to blend.
+constexpr double kReferenceRibbonHalfDepth = 0.3;
 constexpr int kRibbonShade = 170;
+
+QColor referenceColour(const QColor& colour) {
+    const auto lift = [](int c) { return c + static_cast<int>((255 - c) * kReferenceLift); };
+    return QColor(lift(colour.red()), lift(colour.green()), lift(colour.blue()), kReferenceAlpha);
+}
 
 double signedArea(const QPointF (&q)[4]) {
     double a = 0;
@@ -40,16 +53,16 @@ SeriesPainter::SeriesPainter(QPainter& painter, const ChartModel& model,
     piece_.reserve(64);
 }
 
-void SeriesPainter::draw(const Series& series, double slot, bool reference) {
+void SeriesPainter::draw(const Series& series, double slot, bool reference, Pass pass) {
     if (!series.visible || series.points.empty()) {
         return;
     }
-    QColor colour = series.colour;
-    if (reference) {
-        colour.setAlpha(kReferenceAlpha);
-    }
+    pass_ = pass;
+    const QColor colour = reference ? referenceColour(series.colour) : series.colour;
     if (series.kind == SeriesKind::Bar) {
-        drawBars(series, slot, colour);
+        if (pass != Pass::Under) {
+            drawBars(series, slot, colour, reference);
+        }
     } else {
         drawLine(series, slot, colour, reference);
     }
@@ -66,20 +79,25 @@ void SeriesPainter::flushPiece(double slot) {
         // The strip between the curve's front and back edges, then the front edge in the
         // series colour: one polygon, so a ribbon costs one fill however long it is.
         for (const QPointF& v : piece_) {
-            polyline_.push_back(projection_.map(v.x(), v.y(), slot + kRibbonHalfDepth));
+            polyline_.push_back(projection_.map(v.x(), v.y(), slot + ribbonHalfDepth_));
         }
         for (auto i = n; i-- > 0;) {
             polyline_.push_back(
-                projection_.map(piece_[i].x(), piece_[i].y(), slot - kRibbonHalfDepth));
+                projection_.map(piece_[i].x(), piece_[i].y(), slot - ribbonHalfDepth_));
         }
         // The fill's edge is covered by the lines, so it needs no antialiasing (the costly part).
-        painter_.setRenderHint(QPainter::Antialiasing, false);
-        painter_.setPen(Qt::NoPen);
-        painter_.setBrush(ribbonColour_);
-        painter_.drawPolygon(polyline_.data(), static_cast<int>(polyline_.size()), Qt::WindingFill);
-        painter_.setRenderHint(QPainter::Antialiasing, true);
-        painter_.setPen(linePen_);
-        painter_.drawPolyline(polyline_.data() + n, static_cast<int>(n));
+        if (pass_ != Pass::Over) {
+            painter_.setRenderHint(QPainter::Antialiasing, false);
+            painter_.setPen(Qt::NoPen);
+            painter_.setBrush(ribbonColour_);
+            painter_.drawPolygon(polyline_.data(), static_cast<int>(polyline_.size()),
+                                 Qt::WindingFill);
+            painter_.setRenderHint(QPainter::Antialiasing, true);
+        }
+        if (pass_ != Pass::Under) {
+            painter_.setPen(linePen_);
+            painter_.drawPolyline(polyline_.data() + n, static_cast<int>(n));
+        }
     } else {
         for (const QPointF& v : piece_) {
             polyline_.push_back(projection_.map(v.x(), v.y(), slot));
@@ -91,10 +109,22 @@ void SeriesPainter::flushPiece(double slot) {
 
 void SeriesPainter::drawLine(const Series& series, double slot, const QColor& colour,
                              bool reference) {
+    // A reference curve is a narrower glass ribbon with a dashed edge: the same shape as the
+    // curves around it, and still told apart at a glance. Its pen stays one pixel wide, which
+    // the raster engine dashes on its fast path.
     linePen_ = QPen(colour, std::max(1, model_.penWidth), reference ? Qt::DashLine : Qt::SolidLine);
     linePen_.setCosmetic(true);
-    ribbon_ = projection_.is3D() && !reference;
+    ribbon_ = projection_.is3D();
+    ribbonHalfDepth_ = reference ? kReferenceRibbonHalfDepth : kRibbonHalfDepth;
     ribbonColour_ = colour.darker(kRibbonShade);
+    if (reference) {
+        // Opaque, so the fill costs what a solid ribbon does: the background seen through the
+        // curve's colour.
+        const QColor& back = model_.background;
+        const auto mix = [](int c, int b) { return b + (c - b) * kReferenceRibbonShare / 100; };
+        ribbonColour_ = QColor(mix(colour.red(), back.red()), mix(colour.green(), back.green()),
+                               mix(colour.blue(), back.blue()));
+    }
     painter_.setPen(linePen_);
     painter_.setBrush(Qt::NoBrush);
     piece_.clear();
@@ -130,7 +160,8 @@ void SeriesPainter::drawLine(const Series& series, double slot, const QColor& co
     flushPiece(slot);
 }
 
-void SeriesPainter::drawBars(const Series& series, double slot, const QColor& colour) {
+void SeriesPainter::drawBars(const Series& series, double slot, const QColor& colour,
+                             bool reference) {
     const ValueBox& box = projection_.valueBox();
     const auto& points = series.points;
     // In 3D the bars of a slot are drawn far to near, so nearer boxes cover the sides of others.
@@ -166,29 +197,39 @@ void SeriesPainter::drawBars(const Series& series, double slot, const QColor& co
             continue;
         }
         if (projection_.is3D()) {
-            drawBar3D(x0, x1, y0, y1, slot, below, colour);
+            drawBar3D(x0, x1, y0, y1, slot, below, reference, colour);
         } else {
-            drawBar2D(x0, x1, y0, y1, below, colour);
+            drawBar2D(x0, x1, y0, y1, below, reference, colour);
         }
     }
 }
 
-void SeriesPainter::drawBar2D(double x0, double x1, double y0, double y1, bool below,
-                              const QColor& colour) {
-    const QPointF a = projection_.map(x0, y1, 0);
-    const QPointF b = projection_.map(x1, y0, 0);
+void SeriesPainter::setBarStyle(const QColor& colour, const QColor& edge, bool below,
+                                bool reference) {
     if (below) {
         painter_.setPen(QPen(colour, 0, Qt::DotLine));
         painter_.setBrush(QBrush(colour, Qt::BDiagPattern));
+    } else if (reference) {
+        QColor fill = colour;
+        fill.setAlpha(kReferenceFillAlpha);
+        painter_.setPen(QPen(colour, 0, Qt::DashLine));
+        painter_.setBrush(fill);
     } else {
-        painter_.setPen(QPen(colour.darker(160), 0));
+        painter_.setPen(QPen(edge, 0));
         painter_.setBrush(colour);
     }
+}
+
+void SeriesPainter::drawBar2D(double x0, double x1, double y0, double y1, bool below,
+                              bool reference, const QColor& colour) {
+    const QPointF a = projection_.map(x0, y1, 0);
+    const QPointF b = projection_.map(x1, y0, 0);
+    setBarStyle(colour, colour.darker(160), below, reference);
     painter_.drawRect(QRectF(a, b).normalized());
 }
 
 void SeriesPainter::drawBar3D(double x0, double x1, double y0, double y1, double slot, bool below,
-                              const QColor& colour) {
+                              bool reference, const QColor& colour) {
     const double z0 = slot - kBarHalfDepth;
     const double z1 = slot + kBarHalfDepth;
     const auto at = [&](double x, double y, double z) { return projection_.map(x, y, z); };
@@ -210,15 +251,12 @@ void SeriesPainter::drawBar3D(double x0, double x1, double y0, double y1, double
         if (signedArea(face.corners) >= 0) {
             continue;
         }
-        QColor c =
-            face.shade >= 100 ? colour.lighter(face.shade) : colour.darker(10000 / face.shade);
-        if (below) {
-            painter_.setPen(QPen(c, 0, Qt::DotLine));
-            painter_.setBrush(QBrush(c, Qt::BDiagPattern));
-        } else {
-            painter_.setPen(QPen(c.darker(130), 0));
-            painter_.setBrush(c);
-        }
+        // A reference bar is a glass box: its edges keep the one colour, so they read as
+        // lines against the solid bars around it.
+        const QColor c = reference || face.shade == 100 ? colour
+                         : face.shade > 100             ? colour.lighter(face.shade)
+                                                        : colour.darker(10000 / face.shade);
+        setBarStyle(c, c.darker(130), below, reference);
         painter_.drawPolygon(face.corners, 4);
     }
 }

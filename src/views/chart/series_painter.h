@@ -20,15 +20,23 @@ class SeriesPainter {
   public:
     SeriesPainter(QPainter& painter, const ChartModel& model, const ChartProjection& projection);
 
-    void draw(const Series& series, double slot, bool reference);
+    // What of a series a call draws. A 3D reference curve is drawn in two passes around its
+    // slot's own curve: its ribbon under it, its dashed edge over it.
+    enum class Pass { Whole, Under, Over };
+
+    void draw(const Series& series, double slot, bool reference, Pass pass = Pass::Whole);
 
   private:
     void drawLine(const Series& series, double slot, const QColor& colour, bool reference);
     void flushPiece(double slot);
-    void drawBars(const Series& series, double slot, const QColor& colour);
-    void drawBar2D(double x0, double x1, double y0, double y1, bool below, const QColor& colour);
-    void drawBar3D(double x0, double x1, double y0, double y1, double slot, bool below,
+    void drawBars(const Series& series, double slot, const QColor& colour, bool reference);
+    // A bar's pen and brush: solid; a reference's dashed over a faint fill; one below the
+    // axis dotted over a hatch.
+    void setBarStyle(const QColor& colour, const QColor& edge, bool below, bool reference);
+    void drawBar2D(double x0, double x1, double y0, double y1, bool below, bool reference,
                    const QColor& colour);
+    void drawBar3D(double x0, double x1, double y0, double y1, double slot, bool below,
+                   bool reference, const QColor& colour);
 
     QPainter& painter_;
     const ChartModel& model_;
@@ -38,6 +46,8 @@ class SeriesPainter {
     QPen linePen_;
     QColor ribbonColour_;
     bool ribbon_ = false;
+    double ribbonHalfDepth_ = 0.5;
+    Pass pass_ = Pass::Whole;
     std::vector<int> order_;
     std::vector<double> distance_;
 };
