@@ -14,7 +14,8 @@
 
 namespace sonalyx::test {
 
-// Runs sonalyx-cli render as a program in a folder of its own, keeping its stderr.
+// Runs sonalyx-cli (render, or any command) as a program in a folder of its own, keeping its
+// stderr.
 class RenderFixture : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -28,9 +29,10 @@ class RenderFixture : public ::testing::Test {
         return samplesPath("sample-layout-" + std::to_string(layout) + ".csv");
     }
     // Returns the exit status; stderr is in err_.
-    int render(const std::string& args) {
+    int render(const std::string& args) { return run("render " + args); }
+    int run(const std::string& args) {
         const std::string command =
-            std::string(SONALYX_CLI) + " render " + args + " 2>'" + path("stderr.txt") + "'";
+            std::string(SONALYX_CLI) + " " + args + " 2>'" + path("stderr.txt") + "'";
         const int raw = std::system(command.c_str());
         err_ = read(path("stderr.txt"));
         return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
@@ -40,6 +42,13 @@ class RenderFixture : public ::testing::Test {
         return std::string(std::istreambuf_iterator<char>(in), {});
     }
     std::string bytes(const std::string& name) const { return read(path(name)); }
+    // Big-endian 32-bit number of a PNG header (the width at 16, the height at 20).
+    static unsigned pngNumber(const std::string& png, size_t at) {
+        unsigned value = 0;
+        for (size_t i = at; i < at + 4 && i < png.size(); ++i)
+            value = value << 8 | static_cast<unsigned char>(png[i]);
+        return value;
+    }
 
     std::filesystem::path dir_;
     std::string err_;

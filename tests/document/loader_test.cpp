@@ -67,12 +67,6 @@ TEST(DocumentLoader, SmallDocumentReadsEveryField) {
     EXPECT_EQ(doc.groupDelayChannelLine, "Front,Center");
 }
 
-TEST(DocumentLoader, SmallDocumentRoundTripsExactly) {
-    const auto lines = smallDocumentLines();
-    const std::string diff = unifiedDiff(lines, writeLines(loadLines(lines)));
-    EXPECT_TRUE(diff.empty()) << diff;
-}
-
 TEST(DocumentLoader, DateOnlyFileGetsTheDefaults) {
     const MeasurementDocument doc = loadLines({"[DATE]", "2001.02.03 04:05 and more"});
     EXPECT_EQ(doc.date, "2001.02.03 04:05");
@@ -101,31 +95,26 @@ TEST(DocumentLoader, IllegalFirstLineIsRefusedWithTheFileName) {
     EXPECT_EQ(messenger.messages.size(), 2u);
 }
 
+// Type 4 is written as front align and reads back as 3.
 TEST(DocumentLoader, ReverbTypesAndTheirLabels) {
-    struct Case {
+    const struct {
         std::string line;
         int type;
         bool symmetry;
-    };
-    const Case cases[] = {
-        {"EQ OFF", 0, false},
-        {"EQ ON,SYMMETRY", 1, true},
-        {"EQ ON,ALL CH ADJUST", 2, false},
-        {"EQ ON,FRONT ALIGN", 3, true},
-        {"EQ ON,FRONT ALIGN SYMMETRY", 3, true},
-        {"EQ ON,CUSTOM", 5, false},
-        {"EQ ON", 0, false},
-        {"EQ ON,LOUDNESS", 0, false},
-        {"eq on,SYMMETRY", 0, false},
-    };
-    for (const Case& c : cases) {
+    } cases[] = {{"EQ OFF", 0, false},
+                 {"EQ ON,SYMMETRY", 1, true},
+                 {"EQ ON,ALL CH ADJUST", 2, false},
+                 {"EQ ON,FRONT ALIGN", 3, true},
+                 {"EQ ON,FRONT ALIGN SYMMETRY", 3, true},
+                 {"EQ ON,CUSTOM", 5, false},
+                 {"EQ ON", 0, false},
+                 {"EQ ON,LOUDNESS", 0, false},
+                 {"eq on,SYMMETRY", 0, false}};
+    for (const auto& c : cases) {
         const auto doc = loadLines({"[DATE]", "d", "[REVERB TYPE]", c.line});
         EXPECT_EQ(doc.reverbType, c.type) << c.line;
         EXPECT_EQ(doc.symmetry, c.symmetry) << c.line;
     }
-}
-
-TEST(DocumentLoader, TypeFourIsWrittenAsFrontAlignAndReadsBackAsThree) {
     MeasurementDocument doc = loadLines({"[DATE]", "d"});
     doc.reverbType = 4;
     const auto lines = writeLines(doc);

@@ -75,12 +75,6 @@ TEST(ParameterRows, AtMostFifteenFieldsAndLengthFromColumnsOneToSeven) {
     EXPECT_FALSE(ParseParameterRows(none, grid));
 }
 
-}  // namespace
-}  // namespace sonalyx::test
-
-namespace sonalyx::test {
-namespace {
-
 // The writer's fast two-decimal path must give exactly what the general conversion gives.
 TEST(TextFormat, FastTwoDecimalsMatchTheGeneralConversion) {
     const float samples[] = {0.0f,  -0.0f,   -0.001f, 0.125f, 0.375f,     -2.005f, 12.25f,

@@ -41,11 +41,16 @@ class DocumentSaverTest : public ::testing::Test {
 };
 
 TEST_F(DocumentSaverTest, SaveAsWritesTheDocumentAndRenamesIt) {
+    // A cancelled dialog saves nothing.
+    EXPECT_FALSE(saver_.saveAs(doc_));
+    EXPECT_EQ(doc_.fileName, "New Data");
+    EXPECT_TRUE(doc_.modified);
+    EXPECT_EQ(filesInDir(), 0u);
     chooser_.picks = {path("run1.csv")};
     ASSERT_TRUE(saver_.saveAs(doc_));
     EXPECT_EQ(doc_.fileName, path("run1.csv"));
     EXPECT_FALSE(doc_.modified);
-    EXPECT_EQ(chooser_.presets, (std::vector<std::string>{"New Data"}));
+    EXPECT_EQ(chooser_.presets, (std::vector<std::string>{"New Data", "New Data"}));
     std::ifstream in(path("run1.csv"), std::ios::binary);
     std::string text((std::istreambuf_iterator<char>(in)), {});
     EXPECT_EQ(text.substr(0, 26), "[DATE]\r\n2009.05.17 14:03\r\n");
@@ -76,13 +81,6 @@ TEST_F(DocumentSaverTest, OverwriteQuestionAnswers) {
     messenger_.answers = {Answer::Yes};
     ASSERT_TRUE(saver_.saveAs(doc_));
     EXPECT_EQ(readDocumentLines(path("old.csv"))->at(0), "[DATE]");
-}
-
-TEST_F(DocumentSaverTest, CancelledDialogSavesNothing) {
-    EXPECT_FALSE(saver_.saveAs(doc_));
-    EXPECT_EQ(doc_.fileName, "New Data");
-    EXPECT_TRUE(doc_.modified);
-    EXPECT_EQ(filesInDir(), 0u);
 }
 
 TEST_F(DocumentSaverTest, UnwritableFolderKeepsTheDocumentAsItWas) {

@@ -8,22 +8,16 @@
 
 #include "raw_pty.h"
 #include "support/recording_messenger.h"
-#include "test_application.h"
 
 namespace sonalyx {
 namespace {
 
 class FormRS232CTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        test::ensureApplication();
-        window = std::make_unique<TFormRS232C>(messenger);
-    }
-
     QPlainTextEdit* memo() { return window->findChild<QPlainTextEdit*>("Memo1"); }
 
     test::RecordingMessenger messenger;
-    std::unique_ptr<TFormRS232C> window;
+    std::unique_ptr<TFormRS232C> window = std::make_unique<TFormRS232C>(messenger);
 };
 
 TEST_F(FormRS232CTest, ShowsReceivingOnABlackWindowWithAProgressBar) {

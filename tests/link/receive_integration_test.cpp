@@ -15,7 +15,6 @@
 #include "support/golden.h"
 #include "support/receive_scenarios.h"
 #include "support/recording_messenger.h"
-#include "test_application.h"
 
 namespace sonalyx {
 namespace {
@@ -42,7 +41,6 @@ struct RunOutcome {
 
 RunOutcome receiveOverTheLine(const std::vector<std::string>& emulatorArguments,
                               const std::string& kinds, const std::string& port = {}) {
-    test::ensureApplication();
     test::EmulatedReceiver emulator(emulatorArguments);
     test::RecordingMessenger messenger;
     SerialPortLink link(messenger);
@@ -98,19 +96,6 @@ TEST_P(ReceiveOverTheLine, EndsAsExpected) {
 
 INSTANTIATE_TEST_SUITE_P(Emulator, ReceiveOverTheLine, ::testing::ValuesIn(kLineRuns),
                          [](const auto& info) { return info.param.name; });
-
-TEST(ReceiveOverTheLineCommands, ARefusedAfterProbeStopsAllAfterQueries) {
-    const RunOutcome outcome = receiveOverTheLine({"--config", "5", "--no-after"}, "r");
-    ASSERT_TRUE(outcome.result.success);
-    EXPECT_EQ(outcome.commands, Lines({"?RVFL", "?EI", "?RAFL", "?RAFL", "?RAFL", "?RVCT", "?RVFR",
-                                       "?RVSR", "?RVSL"}));
-}
-
-TEST(ReceiveOverTheLineCommands, ABadProbeIsAskedAgainAfterReopening) {
-    const RunOutcome outcome = receiveOverTheLine({"--config", "5", "--bad-probe", "once"}, "g");
-    ASSERT_TRUE(outcome.result.success);
-    EXPECT_EQ(outcome.commands, Lines({"?RVFL", "?RVFL", "?EI", "?FBF", "?FBS", "?FBC", "?FBB"}));
-}
 
 TEST(ReceiveOverTheLineCommands, AMissingPortIsReportedByName) {
     const RunOutcome outcome = receiveOverTheLine({}, "all", "/dev/sonalyx-no-such-port");

@@ -6,7 +6,6 @@
 
 #include "raw_pty.h"
 #include "support/recording_messenger.h"
-#include "test_application.h"
 
 namespace sonalyx {
 namespace {
@@ -20,7 +19,6 @@ std::vector<std::uint8_t> bytesOf(const std::string& text) {
 class SerialPortLinkTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        test::ensureApplication();
         ASSERT_FALSE(pty.portPath().empty());
         link.setTraceSink([this](const std::string& line) { trace.push_back(line); });
     }
@@ -82,21 +80,22 @@ TEST_F(SerialPortLinkTest, MoreThan2000BytesAreTracedShort) {
     EXPECT_EQ(trace.back(), "<22  Too many data.>");
 }
 
+// A port that does not open is traced in monitor mode and told to the user either way.
 TEST_F(SerialPortLinkTest, MonitorOffWritesNoTraceButStillTellsTheUser) {
     const std::string missing = "/dev/sonalyx-no-such-port";
+    const std::string cannotOpen = "Cannot open the serial port(" + missing + ").";
     EXPECT_FALSE(link.open(missing, false));
     EXPECT_TRUE(trace.empty());
-    EXPECT_EQ(messenger.texts(), Lines({"Cannot open the serial port(" + missing + ")."}));
+    EXPECT_FALSE(link.open(missing, true));
+    EXPECT_EQ(trace, Lines({cannotOpen}));
+    EXPECT_FALSE(link.send(bytesOf("?SI\r")));
+    EXPECT_EQ(messenger.texts(), Lines({cannotOpen, cannotOpen, "Send failed."}));
 
+    trace.clear();
     ASSERT_TRUE(link.open(pty.portPath(), false));
     ASSERT_TRUE(link.send(bytesOf("?RVFL\r")));
     link.close();
     EXPECT_TRUE(trace.empty());
-}
-
-TEST_F(SerialPortLinkTest, AFailedOpenIsTracedInMonitorMode) {
-    EXPECT_FALSE(link.open("/dev/sonalyx-no-such-port", true));
-    EXPECT_EQ(trace, Lines({"Cannot open the serial port(/dev/sonalyx-no-such-port)."}));
 }
 
 TEST_F(SerialPortLinkTest, APulledCableFailsTheReceiveAndIsAnnounced) {
@@ -109,11 +108,6 @@ TEST_F(SerialPortLinkTest, APulledCableFailsTheReceiveAndIsAnnounced) {
     EXPECT_FALSE(link.receive(3, out));
     EXPECT_EQ(messenger.texts(), Lines({"Receive failed."}));
     EXPECT_EQ(trace.back(), "Receive failed.");
-}
-
-TEST_F(SerialPortLinkTest, SendingOnAClosedPortFails) {
-    EXPECT_FALSE(link.send(bytesOf("?SI\r")));
-    EXPECT_EQ(messenger.texts(), Lines({"Send failed."}));
 }
 
 }  // namespace

@@ -76,21 +76,18 @@ INSTANTIATE_TEST_SUITE_P(Emulator, ReceivedText, ::testing::ValuesIn(receiveScen
 
 TEST(DateStamp, FillsTheFirstEmptyLineAfterTheDateMarkerOnce) {
     std::vector<std::string> lines = {"[DATE]", "", "", "  \"Reverb Characteristics\""};
-    EXPECT_TRUE(stampDate(lines, formatDateStamp(2009, 5, 7, 4, 3)));
-    EXPECT_EQ(lines, (std::vector<std::string>{"[DATE]", "2009.05.07 04:03", "",
-                                               "  \"Reverb Characteristics\""}));
-    EXPECT_FALSE(stampDate(lines, "2010.01.01 00:00"));
-    EXPECT_EQ(lines[1], "2009.05.07 04:03");
-    std::vector<std::string> noMarker = {"", ""};
-    EXPECT_FALSE(stampDate(noMarker, "2010.01.01 00:00"));
-
     std::tm when{};
     when.tm_year = 2024 - 1900;
     when.tm_mon = 11;
     when.tm_mday = 31;
     when.tm_hour = 23;
     when.tm_min = 59;
-    EXPECT_EQ(formatDateStamp(when), "2024.12.31 23:59");
+    EXPECT_TRUE(stampDate(lines, formatDateStamp(when)));
+    EXPECT_FALSE(stampDate(lines, formatDateStamp(2009, 5, 7, 4, 3)));
+    EXPECT_EQ(lines, (std::vector<std::string>{"[DATE]", "2024.12.31 23:59", "",
+                                               "  \"Reverb Characteristics\""}));
+    std::vector<std::string> noMarker = {"", ""};
+    EXPECT_FALSE(stampDate(noMarker, "2010.01.01 00:00"));
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ void RecordingObserver::finished(const ReceiveResult& finishedResult) {
     portClosedAtFinish = link && !link->isOpen();
 }
 
-ReceiveHarness::ReceiveHarness() : engine(link, ticker, messenger, observer) {
+ReceiveHarness::ReceiveHarness() : engine(loggedLink, ticker, messenger, observer) {
     link.setResponder([this](const std::string& command) { return receiver.reply(command); });
     observer.link = &link;
 }

@@ -6,6 +6,8 @@
 #include "document/messenger.h"
 #include "fake_receiver.h"
 #include "fake_serial_link.h"
+#include "retrieval/exchange_log.h"
+#include "retrieval/logging_serial_link.h"
 #include "retrieval/receive_engine.h"
 #include "retrieval/ticker.h"
 #include "support/recording_messenger.h"
@@ -28,17 +30,20 @@ class RecordingObserver : public ReceiveObserver {
   public:
     void progress(int percent) override { progressValues.push_back(percent); }
     void commandSent(const std::string& command) override { sent.push_back(command); }
+    void progressed(const ReceiveProgress& report) override { reports.push_back(report); }
     void finished(const ReceiveResult& result) override;
 
     std::vector<int> progressValues;
     std::vector<std::string> sent;
+    std::vector<ReceiveProgress> reports;
     int finishCount = 0;
     ReceiveResult result;
     bool portClosedAtFinish = false;
     const FakeSerialLink* link = nullptr;
 };
 
-// A receiver on a fake line, an engine, and a clock that moves one tick at a time.
+// A receiver on a fake line, an engine, and a clock that moves one tick at a time. The engine
+// talks through the exchange log's link, which writes only once the test starts the log.
 struct ReceiveHarness {
     ReceiveHarness();
 
@@ -52,6 +57,8 @@ struct ReceiveHarness {
 
     FakeReceiver receiver;
     FakeSerialLink link;
+    ExchangeLog log;
+    LoggingSerialLink loggedLink{link, log};
     FakeTicker ticker;
     RecordingMessenger messenger;
     RecordingObserver observer;

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <iterator>
+#include <sstream>
 
+#include "emulator/emulator_options.h"
 #include "emulator/measurement_replies.h"
 
 namespace sonalyx::emulator {
@@ -34,10 +36,11 @@ std::string summary(const Bytes& reply) {
            ((reply[1] & 0x80) ? "+" : "") + (reply.size() == 3 + length ? "" : "!");
 }
 
-// One receiver and the replies it gives to a sequence of commands, in short.
+// One receiver, as the emulator program's arguments make it, and the replies it gives to a
+// sequence of commands, in short.
 struct Exchange {
     const char* name;
-    std::function<void(ReceiverProfile&)> profile;
+    const char* arguments;
     std::vector<std::pair<std::string, std::string>> replies;  // command, summary
 };
 
@@ -45,25 +48,25 @@ void PrintTo(const Exchange& e, std::ostream* os) {
     *os << e.name;
 }
 
+std::vector<std::string> words(const std::string& text) {
+    std::istringstream in(text);
+    return {std::istream_iterator<std::string>(in), {}};
+}
+
 const Exchange kExchanges[] = {
-    {"ExtendedProbe", [](ReceiverProfile&) {}, {{"?RVFL", "0/576+"}, {"?EI", "0/4"}}},
-    {"OldReceiver",
-     [](ReceiverProfile& p) { p.extended = false; },
-     {{"?RVFL", "0/576"}, {"?EI", "E04"}, {"?RVSPBR", "0/576"}}},
-    {"SixBands", [](ReceiverProfile& p) { p.parameters.bandSelector = 1; }, {{"?RACT", "0/384+"}}},
+    {"ExtendedProbe", "", {{"?RVFL", "0/576+"}, {"?EI", "0/4"}}},
+    {"OldReceiver", "--old", {{"?RVFL", "0/576"}, {"?EI", "E04"}, {"?RVSPBR", "0/576"}}},
+    {"SixBands", "--bands=1", {{"?RACT", "0/384+"}}},
     {"OutsideTheConfiguration",
-     [](ReceiverProfile& p) { p.parameters.configCode = 5; },
+     "--config 5",
      {{"?RVSBL", "E04"},
       {"?FBX", "E04"},
       {"?HELLO", "E04"},
       {"?FBB", "243/131+"},  // no surround back: marked not measured
       {"?FBS", "1/131+"}}},
-    {"BadInformationLength", [](ReceiverProfile& p) { p.badInfoLength = true; }, {{"?EI", "0/3"}}},
+    {"BadInformationLength", "--bad-info-length", {{"?EI", "0/3"}}},
     {"Refusals",
-     [](ReceiverProfile& p) {
-         p.refusals = {{"RVCT", 2}, {"SI", -1}};
-         p.afterData = false;
-     },
+     "--refuse RVCT:2,?SI --no-after",
      {{"?RVCT", "E04"},
       {"?RVCT", "E04"},
       {"?RVCT", "0/576+"},
@@ -73,33 +76,72 @@ const Exchange kExchanges[] = {
       {"?SI", "E04"},
       {"?RAFL", "E04"},
       {"?RASL", "E04"}}},
-    {"BadProbeOnce",
-     [](ReceiverProfile& p) { p.badProbe = ReceiverProfile::BadProbe::Once; },
-     {{"?RVFL", "0/500+"}, {"?RVFL", "0/576+"}}},
-    {"BadProbeAlways",
-     [](ReceiverProfile& p) { p.badProbe = ReceiverProfile::BadProbe::Always; },
-     {{"?RVFL", "0/500+"}, {"?RVFL", "0/500+"}}},
+    {"BadProbeOnce", "--bad-probe once", {{"?RVFL", "0/500+"}, {"?RVFL", "0/576+"}}},
+    {"BadProbeAlways", "--bad-probe always", {{"?RVFL", "0/500+"}, {"?RVFL", "0/500+"}}},
     {"OversizeAndInvalid",
-     [](ReceiverProfile& p) {
-         p.oversizeCommands = {"RVCT"};
-         p.invalidCommands = {"FBS", "RVFR"};
-     },
+     "--oversize RVCT --invalid FBS,RVFR",
      {{"?RVCT", "0/2049+"}, {"?FBS", "241/131+"}, {"?RVFR", "240/576+"}}},
-    {"Silent", [](ReceiverProfile& p) { p.silent = true; }, {{"?RVFL", ""}, {"?EI", ""}}},
+    {"Silent", "--silent", {{"?RVFL", ""}, {"?EI", ""}}},
 };
 
 class EmulatorExchange : public ::testing::TestWithParam<Exchange> {};
 
 TEST_P(EmulatorExchange, RepliesInTurn) {
-    ReceiverProfile profile;
-    GetParam().profile(profile);
-    ReceiverEmulator emulator(profile);
+    std::string error;
+    const auto options = EmulatorOptions::parse(words(GetParam().arguments), error);
+    ASSERT_TRUE(options) << error;
+    ReceiverEmulator emulator(options->profile);
     for (const auto& [asked, expected] : GetParam().replies)
         EXPECT_EQ(summary(ask(emulator, asked)), expected) << asked;
 }
 
 INSTANTIATE_TEST_SUITE_P(Profiles, EmulatorExchange, ::testing::ValuesIn(kExchanges),
                          [](const auto& info) { return std::string(info.param.name); });
+
+// What no exchange shows: the line, the pace, help, and the faults named with their "?".
+TEST(EmulatorOptions, ReadsTheLineAndThePace) {
+    std::string error;
+    const auto defaults = EmulatorOptions::parse({}, error);
+    ASSERT_TRUE(defaults) << error;
+    EXPECT_EQ(defaults->profile.parameters.configCode, 10);
+    EXPECT_FALSE(defaults->pace);
+    EXPECT_TRUE(defaults->linkPath.empty());
+    const auto options = EmulatorOptions::parse(
+        words("--pace --link /tmp/rx --refuse RAFL,?EQALL:2 --cut-off ?STALL"), error);
+    ASSERT_TRUE(options) << error;
+    EXPECT_TRUE(options->pace);
+    EXPECT_EQ(options->linkPath, "/tmp/rx");
+    EXPECT_EQ(options->profile.refusals, (std::map<std::string, int>{{"RAFL", -1}, {"EQALL", 2}}));
+    EXPECT_EQ(options->profile.cutOffCommand, "STALL");
+    EXPECT_TRUE(EmulatorOptions::parse({"--help"}, error)->help);
+    const std::string usage = EmulatorOptions::usage();
+    for (const char* option : {"--refuse", "--bad-probe", "--oversize", "--invalid", "--cut-off"})
+        EXPECT_NE(usage.find(option), std::string::npos) << option;
+}
+
+TEST(EmulatorOptions, RefusesWhatItDoesNotKnow) {
+    const struct {
+        const char* arguments;
+        const char* error;  // "": any message
+    } rows[] = {
+        {"--config 8", "bad value for --config: 8"},
+        {"--bands x", ""},
+        {"--sp-length 7", ""},
+        {"--bad-probe twice", ""},
+        {"--refuse RVCT:0", ""},
+        {"--link", "missing value for --link"},
+        {"--colour", "unknown option: --colour"},
+        {"--pace=1", ""},
+    };
+    for (const auto& row : rows) {
+        std::string error;
+        EXPECT_FALSE(EmulatorOptions::parse(words(row.arguments), error)) << row.arguments;
+        EXPECT_FALSE(error.empty()) << row.arguments;
+        if (*row.error != 0) {
+            EXPECT_EQ(error, row.error);
+        }
+    }
+}
 
 TEST(ReceiverEmulator, CommandsMayArriveInPiecesAndTheInformationFollowsTheProfile) {
     ReceiverEmulator emulator(ReceiverProfile{});
