@@ -6,11 +6,10 @@
 
 namespace {
 
-QStringList paths(int from, int to) {
+QStringList runs(std::initializer_list<int> numbers) {
     QStringList list;
-    for (int i = from; i <= to; ++i) {
+    for (int i : numbers)
         list.append(QStringLiteral("/data/run%1.csv").arg(i));
-    }
     return list;
 }
 
@@ -23,83 +22,45 @@ class FileHistoryTest : public ::testing::Test {
     QTemporaryDir folder_;
 };
 
+// Newest first, no duplicates, at most eight: the oldest goes, and re-adding an entry of a
+// full list only moves it to the front.
 TEST_F(FileHistoryTest, NewestFirstWithoutDuplicatesAtMostEight) {
     FileHistory history;
-    for (const QString& path : paths(1, 3)) {
+    for (const QString& path : runs({1, 2, 3, 1}))
         EXPECT_TRUE(history.Add(path));
-    }
-    EXPECT_EQ(history.Entries(),
-              (QStringList{"/data/run3.csv", "/data/run2.csv", "/data/run1.csv"}));
-
-    EXPECT_TRUE(history.Add(QStringLiteral("/data/run1.csv")));
-    EXPECT_EQ(history.Entries(),
-              (QStringList{"/data/run1.csv", "/data/run3.csv", "/data/run2.csv"}));
-
-    for (const QString& path : paths(4, 9)) {
+    EXPECT_EQ(history.Entries(), runs({1, 3, 2}));
+    for (const QString& path : runs({4, 5, 6, 7, 8, 9}))
         history.Add(path);
-    }
-    ASSERT_EQ(history.Entries().size(), 8);
-    EXPECT_EQ(history.Entries().front(), QStringLiteral("/data/run9.csv"));
-    // run2 was the oldest of the eight when the ninth came.
-    EXPECT_FALSE(history.Entries().contains(QStringLiteral("/data/run2.csv")));
-    EXPECT_TRUE(history.Entries().contains(QStringLiteral("/data/run3.csv")));
+    EXPECT_EQ(history.Entries(), runs({9, 8, 7, 6, 5, 4, 1, 3}));
+    history.Add(runs({3}).front());
+    EXPECT_EQ(history.Entries(), runs({3, 9, 8, 7, 6, 5, 4, 1}));
 }
 
-TEST_F(FileHistoryTest, ReaddingAnEntryAlreadyInAFullListDropsNothing) {
+// Stored under FILEHISTORY, replacing what was there, and read back; reopening the first entry
+// changes nothing and writes nothing (a rewrite would erase the mark).
+TEST_F(FileHistoryTest, SavesReadsBackAndLeavesTheStoreAloneWhenNothingChanged) {
+    settings().setValue(QStringLiteral("FILEHISTORY/PATH5"), QStringLiteral("/stale.csv"));
     FileHistory history;
-    for (const QString& path : paths(1, 8)) {
+    for (const QString& path : runs({1, 2, 3}))
         history.Add(path);
-    }
-    history.Add(QStringLiteral("/data/run1.csv"));
-    EXPECT_EQ(history.Entries().size(), 8);
-    EXPECT_EQ(history.Entries().front(), QStringLiteral("/data/run1.csv"));
-    EXPECT_EQ(history.Entries().back(), QStringLiteral("/data/run2.csv"));
-}
-
-TEST_F(FileHistoryTest, ReopeningTheFirstEntryChangesNothingAndWritesNothing) {
-    {
-        auto stored = settings();
-        stored.setValue(QStringLiteral("FILEHISTORY/COUNT"), 2);
-        stored.setValue(QStringLiteral("FILEHISTORY/PATH0"), QStringLiteral("/a.csv"));
-        stored.setValue(QStringLiteral("FILEHISTORY/PATH1"), QStringLiteral("/b.csv"));
-        stored.setValue(QStringLiteral("FILEHISTORY/MARK"), 1);
-    }
-    auto stored = settings();
-    FileHistory history;
-    history.Load(stored);
-    EXPECT_FALSE(history.Add(QStringLiteral("/a.csv")));
-    EXPECT_FALSE(history.Changed());
-    EXPECT_FALSE(history.SaveIfChanged(stored));
-    // A rewrite erases the section first; the mark shows it was left alone.
-    EXPECT_TRUE(settings().contains(QStringLiteral("FILEHISTORY/MARK")));
-}
-
-TEST_F(FileHistoryTest, SavesUnderFileHistoryAndReadsBack) {
-    FileHistory history;
-    {
-        auto stored = settings();
-        stored.setValue(QStringLiteral("FILEHISTORY/PATH5"), QStringLiteral("/stale.csv"));
-    }
-    for (const QString& path : paths(1, 3)) {
-        history.Add(path);
-    }
     auto stored = settings();
     EXPECT_TRUE(history.SaveIfChanged(stored));
     EXPECT_FALSE(history.Changed());
-
     const auto readBack = settings();
     EXPECT_EQ(readBack.value(QStringLiteral("FILEHISTORY/COUNT")).toInt(), 3);
-    EXPECT_EQ(readBack.value(QStringLiteral("FILEHISTORY/PATH0")).toString(),
-              QStringLiteral("/data/run3.csv"));
-    EXPECT_EQ(readBack.value(QStringLiteral("FILEHISTORY/PATH2")).toString(),
-              QStringLiteral("/data/run1.csv"));
+    EXPECT_EQ(readBack.value(QStringLiteral("FILEHISTORY/PATH0")).toString(), runs({3}).front());
+    EXPECT_EQ(readBack.value(QStringLiteral("FILEHISTORY/PATH2")).toString(), runs({1}).front());
     EXPECT_FALSE(readBack.contains(QStringLiteral("FILEHISTORY/PATH5")));
 
+    settings().setValue(QStringLiteral("FILEHISTORY/MARK"), 1);
     auto again = settings();
     FileHistory loaded;
     loaded.Load(again);
     EXPECT_EQ(loaded.Entries(), history.Entries());
     EXPECT_FALSE(loaded.Changed());
+    EXPECT_FALSE(loaded.Add(runs({3}).front()));
+    EXPECT_FALSE(loaded.SaveIfChanged(again));
+    EXPECT_TRUE(settings().contains(QStringLiteral("FILEHISTORY/MARK")));
 }
 
 TEST_F(FileHistoryTest, LoadingADamagedStoreKeepsTheListClean) {

@@ -2,18 +2,26 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QMap>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPixmap>
 #include <QPlainTextEdit>
+#include <QSet>
+#include <QStatusBar>
+#include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <algorithm>
 
 #include "document/document_file.h"
 #include "main_form_fixture.h"
 #include "support/golden.h"
+#include "views/chart/chart_widget.h"
+#include "views/form_decay_times.h"
 #include "views/mdi_child.h"
 
 namespace {
@@ -87,7 +95,7 @@ TEST_F(MainFormTest, MenusToolBarAndTheirStatesMatchGolden) {
                                        actual);
 }
 
-TEST_F(MainFormTest, OpensFromTheOpenDialog) {
+TEST_F(MainFormTest, OpensFromTheOpenDialogAndSavesAs) {
     TMainForm& form = start();
     const QString path = sample(QStringLiteral("7"));
     ModalAnswerer answers;
@@ -103,6 +111,14 @@ TEST_F(MainFormTest, OpensFromTheOpenDialog) {
     EXPECT_TRUE(form.Action(QStringLiteral("FileSave1"))->isEnabled());
     EXPECT_TRUE(form.Action(QStringLiteral("Graph2D"))->isEnabled());
     EXPECT_FALSE(form.Action(QStringLiteral("Graph3D"))->isEnabled());
+
+    // Save As writes a copy, which the window then shows and the history puts first.
+    const QString copy = folder_.filePath(QStringLiteral("copy.csv"));
+    answers.choose(copy);
+    form.FileSaveAs1Execute();
+    EXPECT_EQ(form.History().Entries(), (QStringList{copy, path}));
+    EXPECT_EQ(captions(form), QStringList{copy});
+    EXPECT_EQ(contents(copy), contents(path));
 }
 
 TEST_F(MainFormTest, OpensAHistoryItemAndReportsOneThatIsGone) {
@@ -157,33 +173,24 @@ TEST_F(MainFormTest, EveryWayInStopsAtNineWindowsWithOneMessage) {
     EXPECT_FALSE(form.Receiving());
 }
 
-TEST_F(MainFormTest, CommandLineTakesRelativePathsAsFullPaths) {
+// Command-line files: a relative path opens under its full path; a file that is not a document
+// and one that cannot be read are reported, and their windows close without joining the history.
+TEST_F(MainFormTest, CommandLineFilesOpenOrAreReported) {
     const QString path = sample(QStringLiteral("5"));
+    const QString notes = writeFile(QStringLiteral("notes.csv"), "just some notes\r\n");
+    const QString folder = folder_.filePath(QStringLiteral("folder.csv"));
+    ASSERT_TRUE(QDir().mkpath(folder));
     const QString previous = QDir::currentPath();
     QDir::setCurrent(folder_.path());
-    TMainForm& form = start({QStringLiteral("layout-5.csv")});
+    ModalAnswerer answers;
+    TMainForm& form = start({notes, QStringLiteral("layout-5.csv"), folder});
     QDir::setCurrent(previous);
-    EXPECT_EQ(captions(form), QStringList{path});
-}
-
-TEST_F(MainFormTest, AnIllegalFileClosesItsNewWindow) {
-    const QString path = writeFile(QStringLiteral("notes.csv"), "just some notes\r\n");
-    ModalAnswerer answers;
-    TMainForm& form = start({path});
-    EXPECT_EQ(answers.messages(), QStringList{"Illegal file format.|" + path});
-    ASSERT_TRUE(waitFor([&form] { return form.MdiArea()->subWindowList().isEmpty(); }));
-    EXPECT_TRUE(form.History().Entries().isEmpty());
-    EXPECT_FALSE(form.Action(QStringLiteral("FileSave1"))->isEnabled());
-}
-
-TEST_F(MainFormTest, AFileThatCannotBeReadIsReported) {
-    const QString path = folder_.filePath(QStringLiteral("folder.csv"));
-    ASSERT_TRUE(QDir().mkpath(path));
-    ModalAnswerer answers;
-    TMainForm& form = start({path});
     EXPECT_EQ(answers.messages(),
-              QStringList{"Can't read the file. Please close, if it's opened.|" + path});
-    EXPECT_TRUE(form.DocumentWindows().isEmpty());
+              (QStringList{"Illegal file format.|" + notes,
+                           "Can't read the file. Please close, if it's opened.|" + folder}));
+    ASSERT_TRUE(waitFor([&form] { return form.MdiArea()->subWindowList().size() == 1; }));
+    EXPECT_EQ(captions(form), QStringList{path});
+    EXPECT_EQ(form.History().Entries(), QStringList{path});
 }
 
 TEST_F(MainFormTest, ReopeningTheNewestFileLeavesTheStoredHistoryAlone) {
@@ -266,18 +273,6 @@ TEST_F(MainFormTest, SaveOfNewDataAsksForANameAndOverwriteNoAsksAgain) {
     EXPECT_EQ(captions(form), QStringList{fresh});
     EXPECT_EQ(form.History().Entries(), QStringList{fresh});
     EXPECT_FALSE(form.DocumentWindows().front()->IsModified());
-}
-
-TEST_F(MainFormTest, SaveAsAddsTheNewPathToTheHistory) {
-    const QString path = sample(QStringLiteral("5"));
-    const QString copy = folder_.filePath(QStringLiteral("copy.csv"));
-    TMainForm& form = start({path});
-    ModalAnswerer answers;
-    answers.choose(copy);
-    form.FileSaveAs1Execute();
-    EXPECT_EQ(form.History().Entries(), (QStringList{copy, path}));
-    EXPECT_EQ(captions(form), QStringList{copy});
-    EXPECT_EQ(contents(copy), contents(path));
 }
 
 TEST_F(MainFormTest, GraphModeSwitchesEveryWindowChannelTypeOnlyTheActive) {
@@ -364,6 +359,116 @@ TEST_F(MainFormTest, HelpOpensTheVersionBoxAndTheGlossary) {
     ASSERT_NE(glossary, nullptr);
     EXPECT_TRUE(glossary->isVisible());
     EXPECT_EQ(glossary->windowTitle(), QStringLiteral("Veltrona Sonalyx - Glossary"));
+}
+
+// Display > Decay Times opens the table of the active document, in the window's pair mode,
+// and is offered only while a document is open.
+TEST_F(MainFormTest, DecayTimesShowsTheActiveDocument) {
+    TMainForm& form = start();
+    QAction* action = form.Action(QStringLiteral("DisplayDecayTimes"));
+    ASSERT_NE(action, nullptr);
+    EXPECT_FALSE(action->isEnabled());
+    QMenu* display = form.menuBar()->actions().at(2)->menu();
+    EXPECT_TRUE(display->actions().contains(action));
+
+    ASSERT_TRUE(form.OpenDocumentFile(sample(QStringLiteral("5"), QStringLiteral("five.csv"))));
+    ASSERT_TRUE(form.OpenDocumentFile(sample(QStringLiteral("7"), QStringLiteral("seven.csv"))));
+    EXPECT_TRUE(action->isEnabled());
+    form.ActiveDocument()->SetPairMode(1);
+
+    QString title;
+    int rows = -1;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [&] {
+        if (auto* shown = qobject_cast<TFormDecayTimes*>(QApplication::activeModalWidget())) {
+            title = shown->windowTitle();
+            rows = shown->Model().rowCount();
+            shown->reject();
+        }
+    });
+    answer.start(5);
+    action->trigger();
+    EXPECT_EQ(title, QStringLiteral("Decay Times - seven.csv"));
+    EXPECT_EQ(rows, 4);  // the groups of the seven-channel layout
+
+    form.MdiArea()->closeAllSubWindows();
+    EXPECT_FALSE(action->isEnabled());
+}
+
+// Hovering a chart puts its readout in the status bar; leaving the plot gives the status back.
+TEST_F(MainFormTest, ChartReadoutShowsInTheStatusBar) {
+    TMainForm& form = start({sample(QStringLiteral("9"), QStringLiteral("nine.csv"))});
+    form.resize(1400, 900);
+    form.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+    TMDIChild* child = form.ActiveDocument();
+    ASSERT_NE(child, nullptr);
+    child->showMaximized();
+    QApplication::processEvents();
+    const auto* chart = child->findChild<sonalyx::chart::ChartWidget*>(QStringLiteral("Chart1"));
+    ASSERT_TRUE(chart != nullptr && chart->isVisible());
+
+    const sonalyx::chart::ChartModel& model = chart->model();
+    // A point within the level axis: the first ones of a curve may stand above it.
+    const auto& points = model.series[0].points;
+    const auto inside = std::find_if(points.begin(), points.end(), [&](const auto& p) {
+        return p.y > model.left.minimum && p.y < model.left.maximum;
+    });
+    ASSERT_NE(inside, points.end());
+    const sonalyx::chart::Point& point = *inside;
+    const QPointF pixel = sonalyx::chart::ChartProjection::forChart(model, QRectF(chart->rect()))
+                              .map(point.x, point.y, 0);
+    QTest::mouseMove(const_cast<sonalyx::chart::ChartWidget*>(chart), pixel.toPoint());
+    ASSERT_TRUE(chart->readout().shown);
+    EXPECT_TRUE(chart->readout().text.contains(QStringLiteral(" ms, ")));
+    EXPECT_EQ(form.statusBar()->currentMessage(), chart->readout().text);
+
+    QTest::mouseMove(const_cast<sonalyx::chart::ChartWidget*>(chart), QPoint(1, 1));
+    EXPECT_FALSE(chart->readout().shown);
+    EXPECT_EQ(form.statusBar()->currentMessage(), child->FileName());
+}
+
+// Draws the frame with three documents into build/screenshots/, for a person to look at;
+// the checks make sure the picture shows the real windows, not an empty frame.
+TEST_F(MainFormTest, ScreenshotWithThreeDocuments) {
+    TMainForm& form = start(
+        {sample(QStringLiteral("7")), sample(QStringLiteral("10")), sample(QStringLiteral("5"))});
+    form.resize(1440, 900);
+    ASSERT_EQ(form.DocumentWindows().size(), 3);
+    form.WindowCascade1Execute();
+    const auto windows = form.MdiArea()->subWindowList(QMdiArea::CreationOrder);
+    // A second document on its group delay tab, the front one on its reverb charts.
+    qobject_cast<TMDIChild*>(windows.at(1))->PageControl()->setCurrentIndex(1);
+    for (int i = 0; i < windows.size(); ++i) {
+        windows.at(i)->resize(1060, 640);
+    }
+    form.MdiArea()->setActiveSubWindow(windows.back());
+    waitFor([] { return true; });
+    QApplication::processEvents();
+
+    const QImage image = form.grab().toImage();
+    const QString folder = QStringLiteral(SONALYX_BINARY_DIR "/screenshots");
+    QDir().mkpath(folder);
+    ASSERT_TRUE(image.save(folder + QStringLiteral("/main-window-three-documents.png")));
+
+    // Close-ups of the other two tabs of the front document.
+    auto* front = qobject_cast<TMDIChild*>(windows.back());
+    for (int tab : {1, 2}) {
+        front->PageControl()->setCurrentIndex(tab);
+        QApplication::processEvents();
+        ASSERT_TRUE(front->grab().save(folder + QStringLiteral("/document-tab-%1.png").arg(tab)));
+    }
+    front->PageControl()->setCurrentIndex(0);
+
+    EXPECT_EQ(image.size(), form.size() * image.devicePixelRatio());
+    // Many distinct colours: charts, tool bar pictures and text, not a flat frame.
+    QSet<QRgb> colours;
+    for (int y = 0; y < image.height(); y += 3) {
+        for (int x = 0; x < image.width(); x += 3) {
+            colours.insert(image.pixel(x, y));
+        }
+    }
+    EXPECT_GT(colours.size(), 500);
 }
 
 }  // namespace

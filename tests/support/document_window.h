@@ -12,8 +12,13 @@
 
 namespace sonalyx::test {
 
-// The lines of a shipped sample document ("5", "6", "7", "9", "10", "11").
-std::vector<std::string> sampleLines(const std::string& layout);
+// The lines of a shipped sample document ("5", "6", "7", "9", "10", "11"), optionally without
+// some of its blocks (named by their marker, e.g. "[DATA3A]"): how a channel loses its data.
+std::vector<std::string> sampleLines(const std::string& layout,
+                                     const std::vector<std::string>& dropBlocks = {});
+
+// build/screenshots/<name>, the folder made if need be: pictures a person looks at.
+QString screenshotPath(const QString& name);
 
 // A shown document window with its own recording messenger, scripted save dialog and
 // temporary folder. Build it from a shipped sample (the window works on a copy, so saving

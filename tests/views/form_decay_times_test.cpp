@@ -12,19 +12,18 @@
 #include <QTimer>
 
 #include "document/decay_table_csv.h"
-#include "document/document_file.h"
 #include "document/document_loader.h"
-#include "view_fixture.h"
+#include "support/document_window.h"
 #include "views/form_decay_times.h"
 
 namespace sonalyx::test {
 namespace {
 
 MeasurementDocument sample(const char* layout) {
-    const std::string path = std::string(SONALYX_SAMPLES_DIR "/sample-layout-") + layout + ".csv";
     MeasurementDocument doc;
-    const auto lines = readDocumentLines(path);
-    EXPECT_TRUE(lines && DocumentLoader::load(doc, *lines, path, nullptr));
+    EXPECT_TRUE(DocumentLoader::load(doc, sampleLines(layout),
+                                     std::string("/samples/sample-layout-") + layout + ".csv",
+                                     nullptr));
     return doc;
 }
 
@@ -115,25 +114,23 @@ TEST_F(FormDecayTimesTest, ExportWritesTheShownTableOrSaysWhyNot) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll().toStdString(), decayTableCsv(buildDecayTable(doc, true)));
-    EXPECT_TRUE(messenger_.said.empty());
+    EXPECT_TRUE(messenger_.messages.empty());
 
     // A missing folder, and a folder where the file should be: told, and nothing left.
     for (const QString& bad :
          {folder_.filePath(QStringLiteral("gone/decay.csv")), folder_.path()}) {
-        messenger_.said.clear();
+        messenger_.messages.clear();
         EXPECT_FALSE(form.ExportCsv(bad));
-        ASSERT_EQ(messenger_.said.size(), 1u) << bad.toStdString();
-        EXPECT_EQ(messenger_.said[0].rfind("Can't write the file.|" + bad.toStdString() + " (", 0),
-                  0u)
-            << messenger_.said[0];
+        ASSERT_EQ(messenger_.messages.size(), 1u) << bad.toStdString();
+        EXPECT_EQ(
+            messenger_.said()[0].rfind("Can't write the file.|" + bad.toStdString() + " (", 0), 0u)
+            << messenger_.said()[0];
     }
     EXPECT_EQ(QDir(folder_.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
               QStringList{QStringLiteral("room.csv")});
 
     form.findChild<QComboBox*>(QStringLiteral("ComboRows"))->setCurrentIndex(0);
-    const QString screenshots = QStringLiteral(SONALYX_BINARY_DIR "/screenshots");
-    QDir().mkpath(screenshots);
-    EXPECT_TRUE(form.grab().save(screenshots + QStringLiteral("/decay-times.png")));
+    EXPECT_TRUE(form.grab().save(screenshotPath(QStringLiteral("decay-times.png"))));
 }
 
 }  // namespace

@@ -14,7 +14,7 @@
 
 #include "document/document_file.h"
 #include "document/document_loader.h"
-#include "view_fixture.h"
+#include "support/document_window.h"
 #include "views/chart/chart_widget.h"
 #include "views/panel_button.h"
 #include "views/reverb_view.h"
@@ -22,58 +22,33 @@
 namespace sonalyx::test {
 namespace {
 
-class MDIChildTest : public ViewFixture {
-  protected:
-    static int VisibleCharts(TMDIChild& child) {
-        int n = 0;
-        for (int i = 0; i < ReverbView::kCharts; ++i) {
-            n += child.Reverb()->Chart(i)->isVisibleTo(&child);
-        }
-        return n;
-    }
-    static QPlainTextEdit* FileMemo(TMDIChild& child, int section) {
-        return child.findChild<QPlainTextEdit*>(QStringLiteral("MemoFile%1").arg(section + 1));
-    }
-};
+int VisibleCharts(TMDIChild& child) {
+    int n = 0;
+    for (int i = 0; i < ReverbView::kCharts; ++i)
+        n += child.Reverb()->Chart(i)->isVisibleTo(&child);
+    return n;
+}
 
-TEST_F(MDIChildTest, FrameHasItsCaptionTabsAndNamedControls) {
-    TMDIChild child(QStringLiteral("New Data"), messenger_, chooser_);
+QPlainTextEdit* FileMemo(TMDIChild& child, int section) {
+    return child.findChild<QPlainTextEdit*>(QStringLiteral("MemoFile%1").arg(section + 1));
+}
+
+TEST(MDIChild, FrameHasItsCaptionTabsAndNamedControls) {
+    RecordingMessenger messenger;
+    ScriptedChooser chooser;
+    TMDIChild child(QStringLiteral("New Data"), messenger, chooser);
     EXPECT_EQ(child.windowTitle(), QStringLiteral("New Data"));
     QTabWidget* tabs = child.PageControl();
     ASSERT_EQ(tabs->count(), 3);
-    EXPECT_EQ(tabs->tabText(0), QStringLiteral("Reverb"));
-    EXPECT_EQ(tabs->tabText(1), QStringLiteral("Group Delay"));
-    EXPECT_EQ(tabs->tabText(2), QStringLiteral("Parameters"));
-    for (const char* name : {"Panel1",
-                             "ScrollBox1",
-                             "Chart1",
-                             "Chart15",
-                             "LabelNoData",
-                             "ComboChannel",
-                             "PanelLegend",
-                             "LegendTitle10",
-                             "Shape10",
-                             "Track_Zoom",
-                             "Track_Move",
-                             "Track_Elevation",
-                             "Track_Rotation",
-                             "Track_TimeSlice",
-                             "ScrollBar_Perspective",
-                             "EditElevation",
-                             "EditRotation",
-                             "EditTimeSlice",
-                             "BtnTimeSlice",
-                             "BtnEQBefore",
-                             "BtnEQAfter",
-                             "Ch",
-                             "Freq",
-                             "RadioGroup1",
-                             "Zoom_Down",
-                             "TimeSlice_Up",
-                             "Timer1",
-                             "PanelTimeSlice"}) {
-        EXPECT_NE(child.findChild<QObject*>(QLatin1String(name)), nullptr) << name;
-    }
+    EXPECT_EQ(QStringList({tabs->tabText(0), tabs->tabText(1), tabs->tabText(2)}),
+              QStringList({"Reverb", "Group Delay", "Parameters"}));
+    const QString names = QStringLiteral(
+        "Panel1 ScrollBox1 Chart1 Chart15 LabelNoData ComboChannel PanelLegend LegendTitle10 "
+        "Shape10 Track_Zoom Track_Move Track_Elevation Track_Rotation Track_TimeSlice "
+        "ScrollBar_Perspective EditElevation EditRotation EditTimeSlice BtnTimeSlice BtnEQBefore "
+        "BtnEQAfter Ch Freq RadioGroup1 Zoom_Down TimeSlice_Up Timer1 PanelTimeSlice");
+    for (const QString& name : names.split(QLatin1Char(' ')))
+        EXPECT_NE(child.findChild<QObject*>(name), nullptr) << name.toStdString();
     // Design positions of the trackbars and what they give the charts.
     const auto& view = child.Reverb()->Chart(0)->model().view;
     EXPECT_EQ(view.elevation, 348);
@@ -83,7 +58,7 @@ TEST_F(MDIChildTest, FrameHasItsCaptionTabsAndNamedControls) {
     EXPECT_EQ(child.Reverb()->Chart(0)->model().left.maximum, 63);
 }
 
-TEST_F(MDIChildTest, AllChartsStandInRowsOfThree) {
+TEST(MDIChild, AllChartsStandInRowsOfThree) {
     struct Row {
         int layout;
         int charts;
@@ -92,27 +67,27 @@ TEST_F(MDIChildTest, AllChartsStandInRowsOfThree) {
     } rows[] = {
         {5, 5, 2, false}, {7, 7, 3, false}, {9, 9, 3, false}, {10, 10, 3, true}, {11, 9, 3, false}};
     for (const Row& r : rows) {
-        auto child = open(r.layout);
+        SCOPED_TRACE(r.layout);
+        DocumentWindow child(std::to_string(r.layout));
         QScrollArea* box = child->Reverb()->ScrollBox1();
-        EXPECT_EQ(VisibleCharts(*child), r.charts) << "layout " << r.layout;
+        EXPECT_EQ(VisibleCharts(*child), r.charts);
         const QRect first = child->Reverb()->Chart(0)->geometry();
         const QRect fourth = child->Reverb()->Chart(3)->geometry();
-        EXPECT_EQ(first.height(), box->height() / r.rowsPerScreen) << "layout " << r.layout;
-        EXPECT_EQ(fourth.top(), first.height()) << "layout " << r.layout;
+        EXPECT_EQ(first.height(), box->height() / r.rowsPerScreen);
+        EXPECT_EQ(fourth.top(), first.height());
         EXPECT_EQ(child->Reverb()->Chart(1)->geometry().left(), first.width() + 1);
-        EXPECT_EQ(box->verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOn, r.scrollBar)
-            << "layout " << r.layout;
+        EXPECT_EQ(box->verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOn, r.scrollBar);
         const int expectedWidth =
             r.scrollBar ? (box->width() - box->style()->pixelMetric(QStyle::PM_ScrollBarExtent)) / 3
                         : box->width() / 3;
-        EXPECT_EQ(first.width(), expectedWidth) << "layout " << r.layout;
+        EXPECT_EQ(first.width(), expectedWidth);
         const auto* memo = child->Reverb()->ChannelMemo(3);
         EXPECT_EQ(memo->geometry(), QRect(fourth.left() + 4, fourth.bottom() + 1 - 52, 66, 45));
     }
 }
 
-TEST_F(MDIChildTest, OneSelectedChannelFillsOneLargeChartOrHidesItWithoutData) {
-    auto child = open(9, {"[DATA3A]"});
+TEST(MDIChild, OneSelectedChannelFillsOneLargeChartOrHidesItWithoutData) {
+    DocumentWindow child(sampleLines("9", {"[DATA3A]"}), QStringLiteral("nine.csv"));
     auto* combo = child->Panel1()->ComboChannel();
     EXPECT_EQ(combo->count(), 10);
     EXPECT_EQ(combo->itemText(3), QStringLiteral("Right"));
@@ -132,31 +107,26 @@ TEST_F(MDIChildTest, OneSelectedChannelFillsOneLargeChartOrHidesItWithoutData) {
     EXPECT_EQ(child->Reverb()->Chart(1)->model().series[0].points.size(), 32u);
 }
 
-TEST_F(MDIChildTest, ADocumentWithoutReverbDataShowsOnlyNoData) {
-    TMDIChild child(QStringLiteral("/x/empty.csv"), messenger_, chooser_);
-    child.resize(900, 600);
-    child.show();
-    ASSERT_TRUE(child.LoadDocument({"[DATE]", "2026.01.02 03:04"}, QStringLiteral("/x/empty.csv")));
-    EXPECT_TRUE(child.Reverb()->LabelNoData()->isVisibleTo(&child));
-    EXPECT_EQ(child.Reverb()->LabelNoData()->text(), QStringLiteral("No Data"));
-    EXPECT_EQ(VisibleCharts(child), 0);
+TEST(MDIChild, NoReverbDataShowsNoDataAndAFileThatIsNotADocumentIsReported) {
+    DocumentWindow empty({"[DATE]", "2026.01.02 03:04"}, QStringLiteral("/x/empty.csv"));
+    ASSERT_TRUE(empty.loaded());
+    EXPECT_TRUE(empty->Reverb()->LabelNoData()->isVisibleTo(&*empty));
+    EXPECT_EQ(empty->Reverb()->LabelNoData()->text(), QStringLiteral("No Data"));
+    EXPECT_EQ(VisibleCharts(*empty), 0);
     for (int tab : {1, 2}) {
-        auto* pages = child.PageControl()->widget(tab)->findChild<QStackedWidget*>(
+        auto* pages = empty->PageControl()->widget(tab)->findChild<QStackedWidget*>(
             QStringLiteral("SectionPages"));
         EXPECT_EQ(pages->currentWidget()->objectName(), QStringLiteral("LabelNoData"));
     }
+    DocumentWindow notes({"hello"}, QStringLiteral("/x/notes.txt"));
+    EXPECT_FALSE(notes.loaded());
+    EXPECT_EQ(notes.messenger.said(),
+              std::vector<std::string>{"Illegal file format.|/x/notes.txt"});
+    EXPECT_FALSE(notes->widget()->isVisible());
 }
 
-TEST_F(MDIChildTest, AFileThatIsNotADocumentIsReportedAndShowsNothing) {
-    TMDIChild child(QStringLiteral("/x/notes.txt"), messenger_, chooser_);
-    child.show();
-    EXPECT_FALSE(child.LoadDocument({"hello"}, QStringLiteral("/x/notes.txt")));
-    EXPECT_EQ(messenger_.said, std::vector<std::string>{"Illegal file format.|/x/notes.txt"});
-    EXPECT_FALSE(child.widget()->isVisible());
-}
-
-TEST_F(MDIChildTest, MemosAreShownEditedStoredAndSaved) {
-    auto child = openCopy(5);
+TEST(MDIChild, MemosAreShownEditedStoredAndSaved) {
+    DocumentWindow child("5");
     const auto& doc = child->Document();
     ASSERT_FALSE(doc.channelMemos[0].empty());
     EXPECT_EQ(child->Reverb()->ChannelMemo(0)->toPlainText().toStdString(),
@@ -167,10 +137,10 @@ TEST_F(MDIChildTest, MemosAreShownEditedStoredAndSaved) {
     EXPECT_TRUE(child->IsModified());
     EXPECT_EQ(doc.channelMemos[1], std::vector<std::string>{"moved 20 cm left"});
     ASSERT_TRUE(child->Save());
-    const auto written = readDocumentLines(path_.toStdString());
+    const auto written = readDocumentLines(child.path().toStdString());
     ASSERT_TRUE(written.has_value());
     MeasurementDocument reread;
-    ASSERT_TRUE(DocumentLoader::load(reread, *written, path_.toStdString(), nullptr));
+    ASSERT_TRUE(DocumentLoader::load(reread, *written, child.path().toStdString(), nullptr));
     EXPECT_EQ(reread.fileMemos[2], (std::vector<std::string>{"Firmware 1.50", "after update"}));
     EXPECT_EQ(reread.channelMemos[1], std::vector<std::string>{"moved 20 cm left"});
 
@@ -180,8 +150,8 @@ TEST_F(MDIChildTest, MemosAreShownEditedStoredAndSaved) {
     EXPECT_EQ(doc.channelMemos[0], reread.channelMemos[0]);
 }
 
-TEST_F(MDIChildTest, ChFreqAndPairModeReduceTheSelectionAndRebuildTheLists) {
-    auto child = open(10);
+TEST(MDIChild, ChFreqAndPairModeReduceTheSelectionAndRebuildTheLists) {
+    DocumentWindow child("10");
     auto* combo = child->Panel1()->ComboChannel();
     combo->setCurrentIndex(3);
     child->FreqClick();
@@ -206,8 +176,8 @@ TEST_F(MDIChildTest, ChFreqAndPairModeReduceTheSelectionAndRebuildTheLists) {
     EXPECT_EQ(bottom.title, QStringLiteral("Channel"));
 }
 
-TEST_F(MDIChildTest, BeforeAndAfterPickTheVariantAndIgnoreARepeatedClick) {
-    auto child = open(7);
+TEST(MDIChild, BeforeAndAfterPickTheVariantAndIgnoreARepeatedClick) {
+    DocumentWindow child("7");
     const auto& doc = child->Document();
     auto pointY = [&] { return child->Reverb()->Chart(1)->model().series[2].points[5].y; };
     EXPECT_NEAR(pointY(), doc.reverbValues[0][1][2][5] + 58.0, 1e-4);
@@ -222,8 +192,8 @@ TEST_F(MDIChildTest, BeforeAndAfterPickTheVariantAndIgnoreARepeatedClick) {
     EXPECT_NEAR(pointY(), doc.reverbValues[0][1][2][5] + 58.0, 1e-4);
 }
 
-TEST_F(MDIChildTest, TrackbarsDriveTheChartViews) {
-    auto child = open(9);
+TEST(MDIChild, TrackbarsDriveTheChartViews) {
+    DocumentWindow child("9");
     auto* panel = child->Panel1();
     auto charts = child->TargetCharts();
     ASSERT_EQ(charts.size(), 15);
@@ -247,8 +217,8 @@ TEST_F(MDIChildTest, TrackbarsDriveTheChartViews) {
     EXPECT_EQ(panel->EditRotation()->text(), QStringLiteral("0"));
 }
 
-TEST_F(MDIChildTest, TimeSliceLabelsAndBarMode) {
-    auto child = open(9, {}, QSize(1000, 700));
+TEST(MDIChild, TimeSliceLabelsAndBarMode) {
+    DocumentWindow child("9", QSize(1000, 700));
     auto* panel = child->Panel1();
     QSlider* slice = panel->TrackBar(Track::TimeSlice);
     EXPECT_EQ(slice->maximum(), 31);
@@ -285,13 +255,13 @@ TEST_F(MDIChildTest, TimeSliceLabelsAndBarMode) {
     EXPECT_FALSE(panel->PanelLegend()->isVisibleTo(panel));
 }
 
-TEST_F(MDIChildTest, WheelAndArrowKeysScrollTheChartsBy32) {
-    auto child = open(10, {}, QSize(1000, 500));
+TEST(MDIChild, WheelAndArrowKeysScrollTheChartsBy32) {
+    DocumentWindow child("10", QSize(1000, 500));
     QScrollBar* bar = child->Reverb()->ScrollBox1()->verticalScrollBar();
     ASSERT_GT(bar->maximum(), 64);
     child->OnMouseWheelDown();
     EXPECT_EQ(bar->value(), 32);
-    QTest::keyClick(child.get(), Qt::Key_Down);
+    QTest::keyClick(&*child, Qt::Key_Down);
     EXPECT_EQ(bar->value(), 64);
     child->OnMouseWheelUp();
     EXPECT_EQ(bar->value(), 32);
@@ -301,8 +271,10 @@ TEST_F(MDIChildTest, WheelAndArrowKeysScrollTheChartsBy32) {
     EXPECT_EQ(bar->value(), 32);
 }
 
-TEST_F(MDIChildTest, DemoRotationSwingsAndPausesAtTheEnds) {
-    TMDIChild child(QStringLiteral("New Data"), messenger_, chooser_);
+TEST(MDIChild, DemoRotationSwingsAndPausesAtTheEnds) {
+    RecordingMessenger messenger;
+    ScriptedChooser chooser;
+    TMDIChild child(QStringLiteral("New Data"), messenger, chooser);
     for (int i = 0; i < 40; ++i) {
         child.DemoRotateStep();
     }
@@ -319,34 +291,33 @@ TEST_F(MDIChildTest, DemoRotationSwingsAndPausesAtTheEnds) {
     EXPECT_EQ(child.RotationPosition(), 89);
 }
 
-TEST_F(MDIChildTest, CloseQueryFollowsTheAnswer) {
-    auto child = openCopy(5);
+TEST(MDIChild, CloseQueryFollowsTheAnswer) {
+    DocumentWindow child("5");
     FileMemo(*child, 0)->appendPlainText(QStringLiteral("x"));
-    messenger_.answers = {Answer::Cancel, Answer::No};
+    child.messenger.answers = {Answer::Cancel, Answer::No};
     EXPECT_FALSE(child->CloseQuery());
     EXPECT_TRUE(child->CloseQuery());
-    EXPECT_EQ(messenger_.said, (std::vector<std::string>{"Save changes to doc.csv ?|",
-                                                         "Save changes to doc.csv ?|"}));
+    EXPECT_EQ(child.messenger.said(),
+              std::vector<std::string>(2, "Save changes to layout-5.csv ?|"));
 }
 
-TEST_F(MDIChildTest, SavingNewDataUnderANameRenamesTheWindowAndReportsThePath) {
-    TMDIChild child(QStringLiteral("New Data"), messenger_, chooser_);
-    ASSERT_TRUE(child.LoadDocument(sampleLines(11), QStringLiteral("New Data")));
-    EXPECT_TRUE(child.IsModified());
-    const QString target = folder_.filePath(QStringLiteral("saved.csv"));
-    chooser_.path = target.toStdString();
+TEST(MDIChild, SavingNewDataUnderANameRenamesTheWindowAndReportsThePath) {
+    DocumentWindow child(sampleLines("11"), QStringLiteral("New Data"));
+    EXPECT_TRUE(child->IsModified());
+    const QString target = child.filePath(QStringLiteral("saved.csv"));
+    child.chooser.picks = {target.toStdString()};
     QStringList reported;
-    QObject::connect(&child, &TMDIChild::SavedAs, [&](const QString& p) { reported.append(p); });
-    messenger_.answers = {Answer::Yes};
-    EXPECT_TRUE(child.CloseQuery());
-    EXPECT_EQ(messenger_.said, std::vector<std::string>{"Save New Data ?|"});
+    QObject::connect(&*child, &TMDIChild::SavedAs, [&](const QString& p) { reported.append(p); });
+    child.messenger.answers = {Answer::Yes};
+    EXPECT_TRUE(child->CloseQuery());
+    EXPECT_EQ(child.messenger.said(), std::vector<std::string>{"Save New Data ?|"});
     EXPECT_EQ(reported, QStringList{target});
-    EXPECT_EQ(child.windowTitle(), target);
+    EXPECT_EQ(child->windowTitle(), target);
     EXPECT_TRUE(QFile::exists(target));
 }
 
-TEST_F(MDIChildTest, GroupDelayGroupsAreShown) {
-    auto child = open(10);
+TEST(MDIChild, GroupDelayGroupsAreShown) {
+    DocumentWindow child("10");
     auto* groups = child->findChild<QTableWidget*>(QStringLiteral("GroupDelayTable"));
     ASSERT_GT(groups->rowCount(), 0);
     EXPECT_EQ(groups->item(0, 0)->text(), QStringLiteral("Front"));

@@ -4,24 +4,20 @@
 #include <QTest>
 #include <QTimer>
 
-#include "view_fixture.h"
+#include "support/document_window.h"
 #include "views/reverb_view.h"
 #include "views/step_button.h"
 
 namespace sonalyx::test {
 namespace {
 
-class StepButtonsTest : public ViewFixture {
+class StepButtonsTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        child_ = open(9);
-        panel_ = child_->Panel1();
-    }
     QSlider* TrackBar(Track track) { return panel_->TrackBar(track); }
     StepButton* Button(Step step) { return panel_->StepButtonOf(step); }
 
-    std::unique_ptr<TMDIChild> child_;
-    ViewControls* panel_ = nullptr;
+    DocumentWindow child_{"9"};
+    ViewControls* panel_ = child_->Panel1();
 };
 
 TEST_F(StepButtonsTest, AMouseClickStepsTwiceAndTheKeyboardOnce) {
@@ -82,7 +78,7 @@ TEST_F(StepButtonsTest, AHeldButtonAtTheEndDoesNotWrap) {
 
 TEST_F(StepButtonsTest, TrackbarsHandTheFocusBack) {
     child_->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(child_.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&*child_));
     for (Track track : {Track::Zoom, Track::Move, Track::Elevation, Track::Rotation}) {
         TrackBar(track)->setFocus(Qt::MouseFocusReason);
         EXPECT_FALSE(TrackBar(track)->hasFocus());

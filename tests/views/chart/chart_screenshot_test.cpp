@@ -24,6 +24,13 @@ struct Shot {
     bool paper = false;
 };
 
+// Saved under build/screenshots/chart-<name>.png for a person to look at.
+void save(const QImage& image, const QString& name) {
+    QDir().mkpath(QStringLiteral(SONALYX_BINARY_DIR "/screenshots"));
+    EXPECT_TRUE(
+        image.save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-%1.png").arg(name)));
+}
+
 QImage render(const ChartModel& model, QSize size, bool paper) {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::magenta);  // anything left magenta was not painted
@@ -62,9 +69,7 @@ TEST(ChartScreenshots, DrawEachViewWithCurvesInsideThePlot) {
         {"3d-default-axis",
          {533, 333},
          [](ChartModel& m) {
-             m.left.minimum = 53;
-             m.left.maximum = 63;
-             m.left.increment = 1;
+             m.left = {53, 63, 1, m.left.title};
          }},
         {"2d", {533, 333}, [](ChartModel& m) { m.view.enabled = false; }},
         {"2d-small", {250, 160}, [](ChartModel& m) { m.view.enabled = false; }},
@@ -88,12 +93,11 @@ TEST(ChartScreenshots, DrawEachViewWithCurvesInsideThePlot) {
              }
          }},
     };
-    QDir().mkpath(QStringLiteral(SONALYX_BINARY_DIR "/screenshots"));
     for (const Shot& shot : shots) {
         ChartModel model = sampleDecayChart();
         shot.setUp(model);
         const QImage image = render(model, shot.size, shot.paper);
-        image.save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-%1.png").arg(shot.name));
+        save(image, QLatin1String(shot.name));
         const QRect all(QPoint(0, 0), shot.size);
         EXPECT_EQ(countColour(image, Qt::magenta, all), 0) << shot.name;
         // The first band's curve shows, and only inside the plot.
@@ -108,14 +112,12 @@ TEST(ChartScreenshots, DrawEachViewWithCurvesInsideThePlot) {
 }
 
 TEST(ChartScreenshots, BarsBelowTheAxisAreHatched) {
-    QDir().mkpath(QStringLiteral(SONALYX_BINARY_DIR "/screenshots"));
     for (const bool view3d : {false, true}) {
         ChartModel model = sampleBarChart();
         model.view.enabled = view3d;
         const QSize size(533, 333);
         const QImage image = render(model, size, false);
-        image.save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-bars-%1.png")
-                       .arg(view3d ? "3d" : "2d"));
+        save(image, QStringLiteral("bars-%1").arg(view3d ? "3d" : "2d"));
         EXPECT_EQ(countColour(image, Qt::magenta, QRect(QPoint(0, 0), size)), 0);
         if (view3d) {
             continue;
@@ -145,13 +147,13 @@ TEST(ChartScreenshots, GroupDelayPointLabelsMarkTheFrequencyScale) {
         model.view.enabled = view3d;
         const QSize size(1000, 600);
         const QImage image = render(model, size, false);
-        image.save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-groupdelay-%1.png")
-                       .arg(view3d ? "3d" : "2d"));
+        save(image, QStringLiteral("groupdelay-%1").arg(view3d ? "3d" : "2d"));
         EXPECT_EQ(countColour(image, Qt::magenta, QRect(QPoint(0, 0), size)), 0);
     }
 }
 
 TEST(ChartScreenshots, OddModelsAndRectsPaintOnlyTheirRect) {
+    const QRectF kRect(10, 10, 300, 200);
     const struct {
         const char* what;
         QRectF rect;
@@ -159,28 +161,17 @@ TEST(ChartScreenshots, OddModelsAndRectsPaintOnlyTheirRect) {
     } rows[] = {
         {"tiny rect", {10, 10, 30, 20}, [](ChartModel&) {}},
         {"empty rect", {10, 10, 0, 0}, [](ChartModel&) {}},
-        {"flat left axis",
-         {10, 10, 300, 200},
-         [](ChartModel& m) { m.left.maximum = m.left.minimum; }},
-        {"reversed bottom axis",
-         {10, 10, 300, 200},
+        {"flat left axis", kRect, [](ChartModel& m) { m.left.maximum = m.left.minimum; }},
+        {"reversed bottom axis", kRect,
          [](ChartModel& m) { std::swap(m.bottom.minimum, m.bottom.maximum); }},
-        {"infinite axis", {10, 10, 300, 200}, [](ChartModel& m) { m.left.maximum = INFINITY; }},
-        {"huge increment count",
-         {10, 10, 300, 200},
-         [](ChartModel& m) { m.left.increment = 1e-9; }},
-        {"no series", {10, 10, 300, 200}, [](ChartModel& m) { m.series = {}; }},
-        {"depth 0, top view",
-         {10, 10, 300, 200},
+        {"infinite axis", kRect, [](ChartModel& m) { m.left.maximum = INFINITY; }},
+        {"huge increment count", kRect, [](ChartModel& m) { m.left.increment = 1e-9; }},
+        {"no series", kRect, [](ChartModel& m) { m.series = {}; }},
+        {"depth 0, top view", kRect,
+         [](ChartModel& m) { m.view.depthPercent = 0, m.view.elevation = 270; }},
+        {"no clipping", kRect,
          [](ChartModel& m) {
-             m.view.depthPercent = 0;
-             m.view.elevation = 270;
-         }},
-        {"no clipping",
-         {10, 10, 300, 200},
-         [](ChartModel& m) {
-             m.clipPoints = false;
-             m.left = {60, 62, 1, {}};
+             m.clipPoints = false, m.left = {60, 62, 1, {}};
          }},
     };
     for (const auto& row : rows) {

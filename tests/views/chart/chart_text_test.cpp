@@ -1,5 +1,5 @@
 // The chart's texts: axis value format (whatever the locale), segment clipping at the axis box,
-// and the JSON writer with one golden chart.
+// and the JSON writer with one golden chart (which holds its block and one-line layouts).
 #include <gtest/gtest.h>
 
 #include <charconv>
@@ -133,38 +133,6 @@ TEST(ChartText, JsonStringsAreEscapedAndStayUtf8) {
     for (const auto& row : rows) {
         EXPECT_EQ(JsonWriter::quoted(row.in), row.out) << row.in;
     }
-}
-
-TEST(ChartText, JsonContainersNestAsBlocksOrOnOneLine) {
-    using Layout = JsonWriter::Layout;
-    const std::vector<std::string> items = {"ALL", "L"};
-    JsonWriter json;
-    json.beginObject();
-    json.key("tab").value("reverb");
-    json.key("window").beginArray(Layout::Inline).value(1024).value(std::size_t{768}).endArray();
-    json.key("noData").value(false);
-    json.key("legend").beginArray();
-    json.beginObject(Layout::Inline).key("caption").value("16k");
-    json.key("colour").colour(QColor(248, 0, 0)).endObject();
-    json.endArray();
-    json.key("items").beginArray(Layout::Inline);
-    for (const std::string& item : items) {
-        json.value(item);
-    }
-    json.endArray();
-    json.key("empty").beginArray().endArray();
-    json.endObject();
-    EXPECT_EQ(json.text(),
-              "{\n"
-              "  \"tab\": \"reverb\",\n"
-              "  \"window\": [1024, 768],\n"
-              "  \"noData\": false,\n"
-              "  \"legend\": [\n"
-              "    {\"caption\": \"16k\", \"colour\": \"#f80000\"}\n"
-              "  ],\n"
-              "  \"items\": [\"ALL\", \"L\"],\n"
-              "  \"empty\": []\n"
-              "}\n");
 }
 
 TEST(ChartText, ChartJsonMatchesTheGoldenFile) {

@@ -1,5 +1,6 @@
-// Stopping a receive from the "Receiving" window, the window's progress as a user sees it,
-// and the exchange logs a run leaves in the user's data folder.
+// Receiving from the emulator through the main window: a full and a parameters-only receive,
+// a missing port, stopping a run from the "Receiving" window, the window's progress as a user
+// sees it, and the exchange logs a run leaves in the user's data folder.
 #include <QAction>
 #include <QDesktopServices>
 #include <QDir>
@@ -9,42 +10,18 @@
 #include <QPushButton>
 #include <QTest>
 #include <QUrl>
-#include <atomic>
-#include <thread>
 
 #include "app/receive_log_folder.h"
-#include "emulator/pty_server.h"
+#include "document/measurement_document.h"
 #include "link/form_rs232c.h"
 #include "main_form_fixture.h"
+#include "support/emulated_receiver.h"
 #include "views/mdi_child.h"
 
 namespace {
 
-using sonalyx::emulator::PtyServer;
-using sonalyx::emulator::ReceiverEmulator;
 using sonalyx::emulator::ReceiverProfile;
-
-// The receiver emulator on a pseudo-terminal, served from its own thread.
-class EmulatedReceiver {
-  public:
-    explicit EmulatedReceiver(const ReceiverProfile& profile) : emulator_(profile) {
-        std::string error;
-        EXPECT_TRUE(server_.open(error)) << error;
-        thread_ = std::thread([this] { server_.serve(emulator_, false, false, stop_); });
-    }
-    ~EmulatedReceiver() {
-        stop_ = true;
-        thread_.join();
-        server_.close();
-    }
-    QString portPath() const { return QString::fromStdString(server_.portPath()); }
-
-  private:
-    PtyServer server_;
-    ReceiverEmulator emulator_;
-    std::atomic<bool> stop_{false};
-    std::thread thread_;
-};
+using sonalyx::test::EmulatedReceiver;
 
 ReceiverProfile configuration5() {
     ReceiverProfile profile;
@@ -68,17 +45,14 @@ QStringList logFiles() {
         .entryList({QStringLiteral("receive-*.log")}, QDir::Files, QDir::Name);
 }
 
-QString lastLine(const QString& path) {
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    const QList<QByteArray> lines = file.readAll().trimmed().split('\n');
-    return QString::fromLatin1(lines.last());
-}
-
 QString newestLog() {
     QFile file(sonalyx::ReceiveLogFolder::path() + '/' + logFiles().last());
     file.open(QIODevice::ReadOnly);
     return QString::fromLatin1(file.readAll());
+}
+
+QString lastLine(const QString& log) {
+    return log.trimmed().section(QLatin1Char('\n'), -1);
 }
 
 // Catches what Help > Receive Logs asks the desktop to open.
@@ -94,7 +68,7 @@ class UrlCatcher : public QObject {
 
 }  // namespace
 
-class ReceiveCancelTest : public MainFormTest {
+class ReceiveTest : public MainFormTest {
   protected:
     void SetUp() override {
         MainFormTest::SetUp();
@@ -114,7 +88,7 @@ struct CancelCase {
     Means means;
 };
 
-TEST_F(ReceiveCancelTest, CancelEndsTheRunAtOnceAndLeavesThePortUsable) {
+TEST_F(ReceiveTest, CancelEndsTheRunAtOnceAndLeavesThePortUsable) {
     const std::vector<CancelCase> cases = {
         // Before the first poll: the reply may still be on its way.
         {"probe", [](ReceiverProfile&) {}, QStringLiteral("Reverb, Left, measured"), false,
@@ -133,7 +107,7 @@ TEST_F(ReceiveCancelTest, CancelEndsTheRunAtOnceAndLeavesThePortUsable) {
         ReceiverProfile profile = configuration5();
         c.fault(profile);
         EmulatedReceiver receiver(profile);
-        ports_ = QStringList{receiver.portPath()};
+        ports_ = QStringList{QString::fromStdString(receiver.portPath())};
         TMainForm& form = start();
         ModalAnswerer answers;
         form.Action(QStringLiteral("FileReceive"))->trigger();
@@ -164,8 +138,7 @@ TEST_F(ReceiveCancelTest, CancelEndsTheRunAtOnceAndLeavesThePortUsable) {
         EXPECT_TRUE(answers.messages().isEmpty()) << answers.messages().join('\n').toStdString();
         EXPECT_EQ(form.findChild<sonalyx::TFormRS232C*>(), nullptr);
         ASSERT_FALSE(logFiles().isEmpty());
-        EXPECT_TRUE(lastLine(sonalyx::ReceiveLogFolder::path() + '/' + logFiles().last())
-                        .endsWith(QStringLiteral("end      cancelled")));
+        EXPECT_TRUE(lastLine(newestLog()).endsWith(QStringLiteral("end      cancelled")));
 
         // The same port, the same receiver: the next receive goes through.
         form.Action(QStringLiteral("FileReceive"))->trigger();
@@ -177,11 +150,11 @@ TEST_F(ReceiveCancelTest, CancelEndsTheRunAtOnceAndLeavesThePortUsable) {
     }
 }
 
-TEST_F(ReceiveCancelTest, AFailedReceiveNamesItsLogAndHelpOpensTheFolder) {
+TEST_F(ReceiveTest, AFailedReceiveNamesItsLogAndHelpOpensTheFolder) {
     ReceiverProfile profile = configuration5();
     profile.refusals["SI"] = -1;
     EmulatedReceiver receiver(profile);
-    ports_ = QStringList{receiver.portPath()};
+    ports_ = QStringList{QString::fromStdString(receiver.portPath())};
     TMainForm& form = start();
     ModalAnswerer answers;
     answers.press(QStringLiteral("OK"));
@@ -192,10 +165,10 @@ TEST_F(ReceiveCancelTest, AFailedReceiveNamesItsLogAndHelpOpensTheFolder) {
     EXPECT_EQ(answers.messages().first(),
               QStringLiteral("Command error occurred. Please try again.|Exchange log: ") +
                   QDir::toNativeSeparators(log));
-    EXPECT_TRUE(lastLine(log).endsWith(QStringLiteral(
-        "failed at parameters, Parameters: system information (?SI): Command error occurred. "
-        "Please try again.")))
-        << lastLine(log).toStdString();
+    EXPECT_TRUE(lastLine(newestLog())
+                    .endsWith(QStringLiteral("failed at parameters, Parameters: system information "
+                                             "(?SI): Command error occurred. Please try again.")))
+        << newestLog().toStdString();
     EXPECT_TRUE(form.DocumentWindows().isEmpty());
 
     QDir(sonalyx::ReceiveLogFolder::path()).removeRecursively();
@@ -208,7 +181,7 @@ TEST_F(ReceiveCancelTest, AFailedReceiveNamesItsLogAndHelpOpensTheFolder) {
     EXPECT_TRUE(QDir(sonalyx::ReceiveLogFolder::path()).exists());
 }
 
-TEST_F(ReceiveCancelTest, OnlyTheLastTwentyRunsKeepTheirLogs) {
+TEST_F(ReceiveTest, OnlyTheLastTwentyRunsKeepTheirLogs) {
     ASSERT_TRUE(sonalyx::ReceiveLogFolder::make());
     const QDateTime start(QDate(2026, 1, 2), QTime(3, 4, 5));
     QStringList made;
@@ -222,9 +195,9 @@ TEST_F(ReceiveCancelTest, OnlyTheLastTwentyRunsKeepTheirLogs) {
 }
 
 // The window half-way through a paced full receive, for a person to look at.
-TEST_F(ReceiveCancelTest, ScreenshotOfTheReceivingWindow) {
+TEST_F(ReceiveTest, ScreenshotOfTheReceivingWindow) {
     EmulatedReceiver receiver(ReceiverProfile{});
-    ports_ = QStringList{receiver.portPath()};
+    ports_ = QStringList{QString::fromStdString(receiver.portPath())};
     TMainForm& form = start();
     ModalAnswerer answers;
     form.Action(QStringLiteral("FileReceive"))->trigger();
@@ -242,4 +215,84 @@ TEST_F(ReceiveCancelTest, ScreenshotOfTheReceivingWindow) {
     EXPECT_FALSE(form.Receiving());
 }
 
-#include "receive_cancel_test.moc"
+TEST_F(ReceiveTest, FullReceiveFromTheEmulatorOpensANewDataWindow) {
+    receiveTickMs_ = 20;
+    EmulatedReceiver receiver({"--config", "10"});
+    ports_ = QStringList{QString::fromStdString(receiver.portPath())};
+    TMainForm& form = start();
+
+    ModalAnswerer answers;
+    form.Action(QStringLiteral("FileReceive"))->trigger();
+    // The port dialog was accepted with its defaults: the named port first, all kinds.
+    EXPECT_EQ(answers.otherWindows().size(), 1);
+    ASSERT_TRUE(form.Receiving());
+    EXPECT_FALSE(receiveActionsEnabled(form));
+    EXPECT_FALSE(form.Action(QStringLiteral("ActionDemo"))->isEnabled());
+    auto* progressWindow = form.findChild<sonalyx::TFormRS232C*>();
+    ASSERT_NE(progressWindow, nullptr);
+    EXPECT_TRUE(progressWindow->isVisible());
+
+    ASSERT_TRUE(waitFor([&form] { return !form.DocumentWindows().isEmpty(); }));
+    EXPECT_TRUE(answers.messages().isEmpty()) << answers.messages().join('\n').toStdString();
+    TMDIChild* child = form.DocumentWindows().first();
+    EXPECT_EQ(child->windowTitle(), QStringLiteral("New Data"));
+    const sonalyx::MeasurementDocument& document = child->Document();
+    // The ten channels a configuration-10 receiver reports, in its order.
+    const std::vector<std::string> channels{"L",   "C",    "R",    "SR A", "SBR",
+                                            "SBL", "SL A", "SL B", "SR B", "TS"};
+    EXPECT_EQ(document.channelNames, channels);
+    EXPECT_EQ(document.channelCount, 10);
+    EXPECT_EQ(document.date.size(), std::string("yyyy.mm.dd hh:mm").size()) << document.date;
+    EXPECT_FALSE(document.groupDelayLines.empty());
+    EXPECT_FALSE(document.parameterLines.empty());
+
+    ASSERT_TRUE(waitFor([&form] { return !form.Receiving(); }));
+    EXPECT_TRUE(receiveActionsEnabled(form));
+    EXPECT_TRUE(form.Action(QStringLiteral("ActionDemo"))->isEnabled());
+    EXPECT_EQ(answers.unexpected(), 0);
+}
+
+TEST_F(ReceiveTest, OtherReceiveFetchesOnlyTheParameters) {
+    receiveTickMs_ = 20;
+    EmulatedReceiver receiver(std::vector<std::string>{});
+    ports_ = QStringList{QString::fromStdString(receiver.portPath())};
+    TMainForm& form = start();
+
+    ModalAnswerer answers;
+    form.Action(QStringLiteral("FileOtherReceive"))->trigger();
+    ASSERT_TRUE(waitFor([&form] { return !form.DocumentWindows().isEmpty(); }));
+    const sonalyx::MeasurementDocument& document = form.DocumentWindows().first()->Document();
+    EXPECT_FALSE(document.parameterLines.empty());
+    EXPECT_TRUE(document.groupDelayLines.empty());
+    ASSERT_TRUE(waitFor([&form] { return !form.Receiving(); }));
+    EXPECT_TRUE(receiveActionsEnabled(form));
+    EXPECT_TRUE(answers.messages().isEmpty()) << answers.messages().join('\n').toStdString();
+}
+
+// A receive stops the demonstration, and offers it (and itself) again when it fails.
+TEST_F(ReceiveTest, MissingPortSaysSoOpensNothingAndOffersTheReceiveAgain) {
+    const QString missing = QStringLiteral("/dev/sonalyx-no-such-port");
+    ports_ = QStringList{missing};
+    TMainForm& form = start(samples(1));
+    QAction* demo = form.Action(QStringLiteral("ActionDemo"));
+    demo->setChecked(true);
+    ASSERT_EQ(form.TimerTag(), 11);
+    for (const char* action : {"FileReceive", "FileOtherReceive"}) {
+        ModalAnswerer answers;
+        answers.press(QStringLiteral("OK"));
+        form.Action(QLatin1String(action))->trigger();
+        ASSERT_TRUE(waitFor([&answers] { return !answers.messages().isEmpty(); })) << action;
+        EXPECT_EQ(answers.messages().first().section(QLatin1Char('|'), 0, 0),
+                  QStringLiteral("Cannot open the serial port(%1).").arg(missing))
+            << action;
+        EXPECT_FALSE(form.Receiving()) << action;
+        EXPECT_EQ(form.DocumentWindows().size(), 1) << action;
+        EXPECT_TRUE(receiveActionsEnabled(form)) << action;
+        EXPECT_EQ(form.findChild<sonalyx::TFormRS232C*>(), nullptr) << action;
+        EXPECT_FALSE(demo->isChecked());
+        EXPECT_NE(form.TimerTag(), 11);
+        EXPECT_TRUE(demo->isEnabled());
+    }
+}
+
+#include "receive_test.moc"
