@@ -766,6 +766,9 @@ void TMainForm::DecayTimesExecute() {
         return;
     }
     TFormDecayTimes form(child->Document(), child->PairMode(), messenger_, this);
+    if (child->Reference() != nullptr) {
+        form.SetReference(child->Reference(), child->ReferenceTitle());
+    }
     form.exec();
 }
 

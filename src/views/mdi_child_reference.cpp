@@ -8,6 +8,7 @@
 #include "views/group_delay_view.h"
 #include "views/mdi_child.h"
 #include "views/panel_button.h"
+#include "views/parameters_view.h"
 #include "views/reference_note.h"
 #include "views/reverb_view.h"
 
@@ -84,6 +85,9 @@ void TMDIChild::ApplyComparison() {
     }
     panel1_->PanelReference()->ShowComparison(reference_.Title(), reference_.Overlay() != nullptr,
                                               difference, reference_.Unmatched());
+
+    // The sheet compares cell by cell with the reference itself, whatever the graphs show.
+    parametersView_->SetReference(reference_.Reference(), reference_.Title());
 
     RebuildCharts(false);
     if (pageControl_->currentIndex() == kGroupDelayTab) {

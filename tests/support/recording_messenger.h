@@ -36,6 +36,13 @@ class RecordingMessenger : public Messenger {
             out.push_back(m.text);
         return out;
     }
+    // "first|second" per message, in order.
+    std::vector<std::string> said() const {
+        std::vector<std::string> out;
+        for (const auto& m : messages)
+            out.push_back(m.text + "|" + m.secondLine);
+        return out;
+    }
 
     std::vector<Message> messages;
     std::deque<Answer> answers;

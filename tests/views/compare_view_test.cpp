@@ -1,3 +1,4 @@
+#include <gtest/gtest.h>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
@@ -9,7 +10,7 @@
 
 #include "document/document_comparison.h"
 #include "document/document_loader.h"
-#include "view_fixture.h"
+#include "support/document_window.h"
 #include "views/chart/chart_widget.h"
 #include "views/group_delay_view.h"
 #include "views/panel_button.h"
@@ -22,11 +23,12 @@ namespace {
 
 std::shared_ptr<const MeasurementDocument> reference(int layout) {
     auto doc = std::make_shared<MeasurementDocument>();
-    EXPECT_TRUE(DocumentLoader::load(*doc, sampleLines(layout), "ref.csv", nullptr));
+    EXPECT_TRUE(
+        DocumentLoader::load(*doc, sampleLines(std::to_string(layout)), "ref.csv", nullptr));
     return doc;
 }
 
-class CompareViewTest : public ViewFixture {};
+class CompareViewTest : public ::testing::Test {};
 
 // Whatever the view, each reference series stands in its slot's colour and kind; it has points
 // exactly where the document's slot has some and the reference holds the same curve; bars
@@ -51,7 +53,7 @@ TEST_F(CompareViewTest, ReferenceCurvesPairTheirSlotsInEveryView) {
         {"group delay", [](TMDIChild& w) { w.PageControl()->setCurrentIndex(1); }},
     };
     for (const Row& row : rows) {
-        auto child = open(7);
+        DocumentWindow child("7");
         child->SetReference(reference(5), QStringLiteral("five.csv"));
         row.setUp(*child);
         int paired = 0;
@@ -84,11 +86,11 @@ TEST_F(CompareViewTest, ReferenceCurvesPairTheirSlotsInEveryView) {
 }
 
 TEST_F(CompareViewTest, DifferenceIsCentredOnZeroAndZoomAndMoveActOnIt) {
-    auto child = open(7);
+    DocumentWindow child("7");
     const auto ref = reference(5);
     child->SetReference(ref, QStringLiteral("five.csv"));
     const auto* note = child->Panel1()->PanelReference();
-    EXPECT_TRUE(note->isVisibleTo(child.get()));
+    EXPECT_TRUE(note->isVisibleTo(&child.window()));
     EXPECT_EQ(note->LabelReference()->text(), QStringLiteral("Reference: five.csv"));
     EXPECT_EQ(note->LabelUnmatched()->text(), child->ReferenceUnmatched());
 
@@ -121,7 +123,7 @@ TEST_F(CompareViewTest, DifferenceIsCentredOnZeroAndZoomAndMoveActOnIt) {
     EXPECT_EQ(child->Difference(), TMDIChild::DifferenceMode::Off);
     EXPECT_EQ(left.title, QStringLiteral("Level[dB] "));
     EXPECT_EQ(std::make_pair(left.minimum, left.maximum), std::make_pair(46.0, 66.0));
-    EXPECT_FALSE(note->isVisibleTo(child.get()));
+    EXPECT_FALSE(note->isVisibleTo(&child.window()));
 
     child->SetDifferenceMode(TMDIChild::DifferenceMode::AfterMinusBefore);
     EXPECT_EQ(child->Difference(), TMDIChild::DifferenceMode::AfterMinusBefore);
@@ -165,7 +167,7 @@ TEST_F(CompareViewTest, Screenshots) {
     const QString folder = QStringLiteral(SONALYX_BINARY_DIR "/screenshots");
     QDir().mkpath(folder);
     for (const Row& row : rows) {
-        auto child = open(10, {}, QSize(1180, 760));
+        DocumentWindow child("10", QSize(1180, 760));
         row.setUp(*child);
         QApplication::processEvents();
         const QImage plain = ViewExport(*child).Grab();

@@ -7,7 +7,7 @@
 
 #include "document/decay_table_csv.h"
 #include "document/document_loader.h"
-#include "view_fixture.h"
+#include "support/document_window.h"
 #include "views/form_decay_times.h"
 #include "views/parameters_view.h"
 
@@ -16,7 +16,8 @@ namespace {
 
 MeasurementDocument loadSample(int layout) {
     MeasurementDocument doc;
-    EXPECT_TRUE(DocumentLoader::load(doc, sampleLines(layout), "sample.csv", nullptr));
+    EXPECT_TRUE(
+        DocumentLoader::load(doc, sampleLines(std::to_string(layout)), "sample.csv", nullptr));
     return doc;
 }
 
@@ -48,9 +49,7 @@ TEST(ReferenceViewsTest, ParametersCountAndMarkTheChangedCellsOfTheMemoryShown) 
     const SheetOp& crossover = view.Sheet().ops[view.Comparison().Differences().at(0).op];
     EXPECT_EQ(view.DifferenceText(QPoint(crossover.x + 1, crossover.y + 1)),
               QStringLiteral("measured.csv: 80Hz"));
-    QDir().mkpath(QStringLiteral(SONALYX_BINARY_DIR "/screenshots"));
-    EXPECT_TRUE(
-        view.grab().save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/parameters-compare.png")));
+    EXPECT_TRUE(view.grab().save(screenshotPath(QStringLiteral("parameters-compare.png"))));
     view.SetMemory(5);
     EXPECT_EQ(view.DifferingCells(), 2);
     view.SetMemory(1);
