@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <tuple>
+#include <type_traits>
 
 #include "document/document_loader.h"
 #include "document/document_writer.h"
+#include "document/text_format.h"
 #include "support/golden.h"
 #include "test_documents.h"
 
@@ -31,56 +34,126 @@ std::vector<std::string> withChannels(const std::string& channels,
     return lines;
 }
 
-TEST(DocumentLoader, SmallDocumentReadsEveryField) {
-    const MeasurementDocument doc = loadLines(smallDocumentLines());
-    EXPECT_EQ(doc.date, "2009.05.17 14:03");
-    EXPECT_EQ(doc.layoutNumber, 5);
-    EXPECT_EQ(doc.channelCount, 5);
-    EXPECT_EQ(doc.groupCount, 3);
-    EXPECT_EQ(doc.channelLongNames, (std::vector<std::string>{"Left", "Center", "Right",
-                                                              "Surround R A", "Surround L A"}));
-    EXPECT_EQ(doc.bandCount, 3);
-    EXPECT_EQ(doc.reverbType, 1);
-    EXPECT_TRUE(doc.symmetry);
-    EXPECT_EQ(doc.reverbTypeLabel, "EQ ON\r\n(SYMMETRY)");
-    EXPECT_TRUE(doc.variant1BlocksPresent);
-    EXPECT_TRUE(doc.positionHasData[0][0]);
-    EXPECT_TRUE(doc.positionHasData[1][0]);
-    EXPECT_TRUE(doc.positionHasData[0][2]);
-    EXPECT_FALSE(doc.positionHasData[1][2]);
-    EXPECT_FALSE(doc.positionHasData[0][1]);
-    EXPECT_FLOAT_EQ(doc.reverbValues[0][0][0][0], 10.0f);
-    EXPECT_FLOAT_EQ(doc.reverbValues[0][0][2][31], 6.0f - 0.25f * 31);
-    EXPECT_FLOAT_EQ(doc.reverbValues[1][0][1][1], 6.5f);
-    EXPECT_EQ(doc.fileMemos[kReverbSection], (Memo{"living room"}));
-    EXPECT_EQ(doc.channelMemos[0], (Memo{"front left, tweeter"}));
-    EXPECT_TRUE(doc.channelMemos[2].empty());
-    EXPECT_EQ(doc.groupMemos[0], (Memo{"front pair"}));
-    EXPECT_EQ(doc.positionsWithData[0].shortNames, (std::vector<std::string>{"L", "R"}));
-    EXPECT_EQ(doc.positionsWithData[2].longNames, (std::vector<std::string>{"Left"}));
-    EXPECT_EQ(doc.groupsWithData.names, (std::vector<std::string>{"Front"}));
-    EXPECT_EQ(doc.groupsWithData.abbreviations, (std::vector<std::string>{"F"}));
-    EXPECT_TRUE(doc.sectionLoaded[kReverbSection]);
-    EXPECT_TRUE(doc.sectionLoaded[kGroupDelaySection]);
-    EXPECT_TRUE(doc.sectionLoaded[kParametersSection]);
-    EXPECT_FALSE(doc.modified);
-    EXPECT_EQ(doc.groupDelayChannelLine, "Front,Center");
+// A field as text: numbers with two decimals (whole ones without), lists joined by '|' (numbers
+// by ','), lists of lists by " / ".
+template <typename T>
+std::string str(const T& value) {
+    if constexpr (std::is_convertible_v<T, std::string>) {
+        return value;
+    } else if constexpr (std::is_arithmetic_v<T>) {
+        return formatFixed(value, std::is_integral_v<T> ? 0 : 2);
+    } else {
+        using Item = std::decay_t<decltype(*std::begin(value))>;
+        const char* between = std::is_arithmetic_v<Item>                 ? ","
+                              : std::is_convertible_v<Item, std::string> ? "|"
+                                                                         : " / ";
+        std::string out;
+        for (auto it = std::begin(value); it != std::end(value); ++it)
+            out += (it == std::begin(value) ? "" : between) + str(*it);
+        return out;
+    }
 }
 
-TEST(DocumentLoader, DateOnlyFileGetsTheDefaults) {
-    const MeasurementDocument doc = loadLines({"[DATE]", "2001.02.03 04:05 and more"});
-    EXPECT_EQ(doc.date, "2001.02.03 04:05");
-    EXPECT_EQ(doc.layoutNumber, 9);
-    EXPECT_EQ(doc.channelNames, (std::vector<std::string>{"L", "C", "R", "SR A", "SBR", "SBL",
-                                                          "SL A", "SPBL", "SPBR"}));
-    EXPECT_EQ(doc.bandLabels,
-              (std::vector<std::string>{"63", "125", "250", "500", "1k", "2k", "4k", "8k", "16k"}));
-    EXPECT_EQ(doc.reverbType, 0);
-    EXPECT_EQ(doc.reverbTypeLabel, "EQ OFF");
-    EXPECT_FALSE(doc.anyVariantData[0]);
-    EXPECT_FALSE(doc.anyVariantData[1]);
-    EXPECT_FALSE(doc.sectionLoaded[kGroupDelaySection]);
-    EXPECT_FALSE(doc.sectionLoaded[kParametersSection]);
+template <typename... Parts>
+std::string line(const Parts&... parts) {
+    std::string out;
+    ((out += (out.empty() ? "" : " ") + str(parts)), ...);
+    return out;
+}
+
+// Everything the loader fills in; curves only where a block holds data.
+std::vector<std::string> dump(const MeasurementDocument& d) {
+    std::string label = d.reverbTypeLabel;
+    if (const auto cr = label.find("\r\n"); cr != std::string::npos)
+        label.replace(cr, 2, "\\r\\n");
+    std::vector<std::string> out = {
+        line("date", d.date, "modified", d.modified, "layout", d.layoutNumber, "channels",
+             d.channelCount, "groups", d.groupCount, "bands", d.bandCount),
+        line("channels", d.channelNames, d.channelLongNames, "bands", d.bandLabels),
+        line("reverb type", d.reverbType, "symmetry", d.symmetry, "label", label),
+        line("variant 1 blocks", d.variant1BlocksPresent, "any data", d.anyVariantData, "sections",
+             d.sectionLoaded),
+        line("positions", d.positionHasData, "groups", d.groupHasData),
+        line("group list", d.groupsWithData.names, d.groupsWithData.abbreviations),
+        line("group delay", d.groupDelayChannelLine, d.groupDelay.groupCount, d.groupDelay.span,
+             d.groupDelay.hasData),
+        line("memos", d.fileMemos, "channels", d.channelMemos, "groups", d.groupMemos),
+    };
+    for (const auto& list : d.positionsWithData)
+        out.push_back(line("position list", list.shortNames, list.longNames));
+    for (int v = 0; v < kVariants; ++v) {
+        for (int p = 0; p < kMaxPositions; ++p) {
+            for (int b = 0; d.positionHasData[v][p] && b < d.bandCount; ++b)
+                out.push_back(line("reverb", v, p, b, d.reverbValues[v][p][b]));
+        }
+        for (int g = 0; g < kMaxGroups; ++g) {
+            for (int b = 0; d.groupHasData[v][g] && b < d.bandCount; ++b)
+                out.push_back(line("group", v, g, b, d.groupValues[v][g][b]));
+            if (d.groupDelay.hasData[v][g])
+                out.push_back(line("delay", v, g, d.groupDelay.values[v][g]));
+        }
+    }
+    return out;
+}
+
+// What the loader reads from each kind of input, in tests/data/document/loaded.txt.
+TEST(DocumentLoader, LoadedDocumentsMatchGolden) {
+    std::vector<std::string> memoLines = {"[DATE]", "d", "", "[FILEMEMO]"};
+    for (int i = 0; i < 25; ++i)  // only 20 are kept
+        memoLines.push_back("line " + std::to_string(i));
+    memoLines.insert(memoLines.end(),
+                     {"", "[CHANNEL]", "L,C,R,SR A,SL A", "", "[MEMO1]", "abc,,,", "", "",
+                      "keeps inner blank", "", "[DATA1]", headerRow("L"), kTimeRow});
+    // One flat 63 Hz curve per block, for the groups' energy means.
+    std::vector<std::string> groups = {"[BAND]", "63", ""};
+    for (const auto& [marker, channel, value] : {std::tuple{"[DATA1]", "L", 60.0},
+                                                 {"[DATA3]", "R", 50.0},
+                                                 {"[DATA2]", "C", 60.0},
+                                                 {"[DATA4A]", "SR A", -3.0}}) {
+        groups.insert(groups.end(),
+                      {marker, headerRow(channel), kTimeRow, bandRow("63Hz", value, 0.0), ""});
+    }
+    const MeasurementDocument grouped = loadLines(withChannels("L,C,R,SR A,SL A", groups));
+    // The variant-1-only group's memo is read but not written back.
+    const auto written = writeLines(grouped);
+    EXPECT_EQ(std::count(written.begin(), written.end(), "[MEMOPAIR3]"), 0);
+    EXPECT_EQ(std::count(written.begin(), written.end(), "[MEMOPAIR1]"), 1);
+    MeasurementDocument received;
+    EXPECT_TRUE(DocumentLoader::load(received, smallDocumentLines(), "New Data", nullptr));
+    MeasurementDocument offset = loadLines(smallDocumentLines());
+    offset.groupDelayLines = {"[Before]", "Front,1",           "[After]",
+                              "Front,2",  "(Offset = +2.5ms)", "last line is not read"};
+    parseGroupDelay(offset);
+    MeasurementDocument foreignGroup = loadLines(smallDocumentLines());
+    foreignGroup.groupDelayLines = {"[Before]", "Top Surr,1", "Surround A,3", "[After]", ""};
+    parseGroupDelay(foreignGroup);
+    expectSectionsMatchGolden(
+        testDataPath("document/loaded.txt"),
+        {
+            {"small document", dump(loadLines(smallDocumentLines()))},
+            {"received text: modified, no reverb memo", dump(received)},
+            {"date only: the defaults", dump(loadLines({"[DATE]", "2001.02.03 04:05 and more"}))},
+            {"header name, not marker number, places a block; unknown XX dropped",
+             dump(loadLines(
+                 withChannels("L,C,R,SR A,SL A",
+                              {"[BAND]", "63", "", "[MEMO1]", "the surround", "", "[DATA1]",
+                               headerRow("SR A"), kTimeRow, bandRow("63Hz", 4.0, 0.5), "",
+                               "[DATA2]", headerRow("XX"), kTimeRow, bandRow("63Hz", 9.0, 0.5)})))},
+            // Text gives 0 or the number in front of it; a field of 256 characters is skipped.
+            {"band rows read what is there",
+             dump(loadLines(withChannels(
+                 "L,C,R,SR A,SL A", {"[BAND]", "63,125", "", "[DATA1]", headerRow("L"), kTimeRow,
+                                     "63Hz, 1.5,+2,-3.25,abc,7x,,8,9,10,11",
+                                     "125Hz," + std::string(299, '0') + "7" + ",4"})))},
+            {"memo rules", dump(loadLines(memoLines))},
+            {"missing reverb markers fall back to the first in the file",
+             dump(loadLines({"[DATE]", "d", "", "  \"Group Delay Characteristics\"", "",
+                             "[FILEMEMO]", "group delay memo", "", "[CHANNEL]", "Front,Center",
+                             ""}))},
+            {"group energy means", dump(grouped)},
+            {"group delay offset line", dump(offset)},
+            {"group delay name not of the layout", dump(foreignGroup)},
+        });
 }
 
 TEST(DocumentLoader, IllegalFirstLineIsRefusedWithTheFileName) {
@@ -141,118 +214,6 @@ TEST(DocumentLoader, LayoutFollowsTheChannelList) {
         EXPECT_EQ(doc.layoutNumber, row.layout) << row.channels;
         EXPECT_EQ(doc.groupCount, row.groups) << row.channels;
     }
-}
-
-TEST(DocumentLoader, HeaderNameNotMarkerNumberPlacesABlock) {
-    const auto doc = loadLines(withChannels(
-        "L,C,R,SR A,SL A", {"[BAND]", "63", "", "[MEMO1]", "the surround", "", "[DATA1]",
-                            headerRow("SR A"), kTimeRow, bandRow("63Hz", 4.0, 0.5), "", "[DATA2]",
-                            headerRow("XX"), kTimeRow, bandRow("63Hz", 9.0, 0.5)}));
-    EXPECT_TRUE(doc.positionHasData[0][3]);
-    EXPECT_FALSE(doc.positionHasData[0][0]);
-    EXPECT_FALSE(doc.positionHasData[0][1]);  // unknown name "XX" drops its block
-    EXPECT_FLOAT_EQ(doc.reverbValues[0][3][0][0], 4.0f);
-    EXPECT_EQ(doc.channelMemos[3], (Memo{"the surround"}));
-    EXPECT_EQ(doc.positionsWithData[0].shortNames, (std::vector<std::string>{"SR A"}));
-}
-
-TEST(DocumentLoader, BandRowsReadWhatIsThereAndZeroTheRest) {
-    std::string shortRow = "63Hz, 1.5,+2,-3.25,abc,7x,,8,9,10,11";
-    std::string longField = "125Hz," + std::string(300, '7') + ",4";
-    const auto doc =
-        loadLines(withChannels("L,C,R,SR A,SL A", {"[BAND]", "63,125", "", "[DATA1]",
-                                                   headerRow("L"), kTimeRow, shortRow, longField}));
-    const Curve& a = doc.reverbValues[0][0][0];
-    EXPECT_FLOAT_EQ(a[0], 1.5f);
-    EXPECT_FLOAT_EQ(a[1], 2.0f);
-    EXPECT_FLOAT_EQ(a[2], -3.25f);
-    EXPECT_FLOAT_EQ(a[3], 0.0f);  // not a number
-    EXPECT_FLOAT_EQ(a[4], 7.0f);  // the number in front of the text
-    EXPECT_FLOAT_EQ(a[5], 0.0f);
-    EXPECT_FLOAT_EQ(a[9], 11.0f);
-    for (int t = 10; t < kTimePoints; ++t)
-        EXPECT_FLOAT_EQ(a[t], 0.0f) << t;
-    const Curve& b = doc.reverbValues[0][0][1];
-    EXPECT_FLOAT_EQ(b[0], 0.0f);  // a field of 256 characters or more is skipped
-    EXPECT_FLOAT_EQ(b[1], 4.0f);
-}
-
-TEST(DocumentLoader, MemoRules) {
-    std::vector<std::string> lines = {"[DATE]", "d", "", "[FILEMEMO]"};
-    for (int i = 0; i < 25; ++i)
-        lines.push_back("line " + std::to_string(i));
-    lines.insert(lines.end(), {"", "[CHANNEL]", "L,C,R,SR A,SL A", "", "[MEMO1]", "abc,,,", "", "",
-                               "keeps inner blank", "", "[DATA1]", headerRow("L"), kTimeRow});
-    const auto doc = loadLines(lines);
-    ASSERT_EQ(doc.fileMemos[kReverbSection].size(), 20u);
-    EXPECT_EQ(doc.fileMemos[kReverbSection][19], "line 19");
-    EXPECT_EQ(doc.channelMemos[0], (Memo{"abc", "", "", "keeps inner blank"}));
-}
-
-TEST(DocumentLoader, MissingReverbMarkersFallBackToTheFirstInTheFile) {
-    const auto doc =
-        loadLines({"[DATE]", "d", "", "  \"Group Delay Characteristics\"", "", "[FILEMEMO]",
-                   "group delay memo", "", "[CHANNEL]", "Front,Center", ""});
-    EXPECT_EQ(doc.fileMemos[kReverbSection], (Memo{"group delay memo"}));
-    EXPECT_EQ(doc.channelNames, (std::vector<std::string>{"Front", "Center"}));
-    EXPECT_EQ(doc.fileMemos[kGroupDelaySection], (Memo{"group delay memo"}));
-}
-
-TEST(DocumentLoader, ReceivedTextStartsModifiedAndSkipsTheReverbMemo) {
-    auto lines = smallDocumentLines();
-    MeasurementDocument doc;
-    ASSERT_TRUE(DocumentLoader::load(doc, lines, "New Data", nullptr));
-    EXPECT_TRUE(doc.modified);
-    EXPECT_TRUE(doc.isNewData());
-    EXPECT_TRUE(doc.fileMemos[kReverbSection].empty());
-    EXPECT_FALSE(loadLines(lines).modified);
-}
-
-TEST(DocumentLoader, GroupValuesAreTheEnergyMean) {
-    // One flat 63 Hz curve per block: marker, channel and value.
-    std::vector<std::string> blocks = {"[BAND]", "63", ""};
-    for (const auto& [marker, channel, value] : {std::tuple{"[DATA1]", "L", 60.0},
-                                                 {"[DATA3]", "R", 50.0},
-                                                 {"[DATA2]", "C", 60.0},
-                                                 {"[DATA4A]", "SR A", -3.0}}) {
-        blocks.insert(blocks.end(),
-                      {marker, headerRow(channel), kTimeRow, bandRow("63Hz", value, 0.0), ""});
-    }
-    auto lines = withChannels("L,C,R,SR A,SL A", blocks);
-    const auto doc = loadLines(lines);
-    EXPECT_NEAR(doc.groupValues[0][0][0][0], 57.40, 0.005);  // 60 and 50
-    EXPECT_NEAR(doc.groupValues[0][1][0][5], 60.00, 0.005);  // the centre with itself
-    EXPECT_TRUE(doc.groupHasData[1][2]);                     // one side only takes its values
-    EXPECT_FALSE(doc.groupHasData[0][2]);
-    EXPECT_FLOAT_EQ(doc.groupValues[1][2][0][0], -3.0f);
-    // The variant-1-only group's memo is read but not written back.
-    auto written = writeLines(doc);
-    EXPECT_EQ(std::count(written.begin(), written.end(), "[MEMOPAIR3]"), 0);
-    EXPECT_EQ(std::count(written.begin(), written.end(), "[MEMOPAIR1]"), 1);
-}
-
-TEST(DocumentLoader, GroupDelayRowsAndSpan) {
-    auto doc = loadLines(smallDocumentLines());
-    const GroupDelayData& gd = doc.groupDelay;
-    EXPECT_EQ(gd.groupCount, 2);
-    EXPECT_TRUE(gd.hasData[0][0]);
-    EXPECT_TRUE(gd.hasData[0][1]);
-    EXPECT_TRUE(gd.hasData[1][0]);
-    EXPECT_FALSE(gd.hasData[1][1]);
-    EXPECT_FLOAT_EQ(gd.values[0][1][2], 0.15f);
-    EXPECT_FLOAT_EQ(gd.values[1][0][0], 1.0f);
-    // The blank line after the offset line sets the span back to its default.
-    EXPECT_DOUBLE_EQ(gd.span, 1.8);
-
-    doc.groupDelayLines = {"[Before]", "Front,1",           "[After]",
-                           "Front,2",  "(Offset = +2.5ms)", "last line is not read"};
-    parseGroupDelay(doc);
-    EXPECT_DOUBLE_EQ(doc.groupDelay.span, 2.5);
-    // A name that is not a group of this layout is not read.
-    doc.groupDelayLines = {"[Before]", "Top Surr,1", "Surround A,3", "[After]", ""};
-    parseGroupDelay(doc);
-    EXPECT_EQ(doc.groupDelay.groupCount, 1);
-    EXPECT_TRUE(doc.groupDelay.hasData[0][2]);
 }
 
 TEST(DocumentLoader, PositionsWithoutDataAreWrittenAsBareMarkers) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <utility>
 
 #include "document/parameter_rows.h"
 #include "document/text_format.h"
@@ -13,26 +14,30 @@ std::string converted(const std::string& field) {
     return convertDistanceCell(field, out) ? out : field;
 }
 
-TEST(DistanceCells, UnitsBecomeDisplayText) {
-    EXPECT_EQ(converted("345cm"), "3.45m");
-    EXPECT_EQ(converted("10.5feet"), "10' 06\"");
-    EXPECT_EQ(converted("125inch"), "10' 05\"");
-    EXPECT_EQ(converted("3.45m"), "3.45m");  // already converted
-    EXPECT_EQ(converted("12'04\""), "12' 04\"");
-    EXPECT_EQ(converted("12' 04\""), "12' 04\"");
-    EXPECT_EQ(converted("\"0'03-1/2\"\"\""), "0' 03-1/2\"");
-    EXPECT_EQ(converted("---"), "---");
-    EXPECT_EQ(converted("5\""), "5\"");  // no apostrophe: left alone
-}
-
-TEST(DistanceCells, TwoPassRounding) {
-    EXPECT_EQ(converted("0.95cm"), "0.01m");  // raised in the first pass
-    EXPECT_EQ(converted("0.5cm"), "0.01m");   // raised in the second
-    EXPECT_EQ(converted("0.49cm"), "0.00m");
-    EXPECT_EQ(converted("-0.7cm"), "0.00m");  // between -1 and 0 gives 0
-    EXPECT_EQ(converted("-1.5cm"), "-0.02m");
-    EXPECT_EQ(converted("199.5cm"), "2.00m");
-    EXPECT_EQ(converted("11.6inch"), "1' 00\"");
+// Units become display text; what is already converted, or has no apostrophe, is left alone.
+// Centimetres round in two passes: 0.95 is raised in the first, 0.5 in the second, and
+// anything between -1 and 0 gives 0.
+TEST(DistanceCells, UnitsBecomeDisplayTextWithTwoPassRounding) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"345cm", "3.45m"},
+        {"10.5feet", "10' 06\""},
+        {"125inch", "10' 05\""},
+        {"3.45m", "3.45m"},
+        {"12'04\"", "12' 04\""},
+        {"12' 04\"", "12' 04\""},
+        {"\"0'03-1/2\"\"\"", "0' 03-1/2\""},
+        {"---", "---"},
+        {"5\"", "5\""},
+        {"0.95cm", "0.01m"},
+        {"0.5cm", "0.01m"},
+        {"0.49cm", "0.00m"},
+        {"-0.7cm", "0.00m"},
+        {"-1.5cm", "-0.02m"},
+        {"199.5cm", "2.00m"},
+        {"11.6inch", "1' 00\""},
+    };
+    for (const auto& [field, shown] : rows)
+        EXPECT_EQ(converted(field), shown) << field;
 }
 
 TEST(ParameterRows, DistanceBlockIsConvertedAndWrittenBack) {

@@ -9,17 +9,36 @@
 
 namespace sonalyx::test {
 
+int openRawPort(const std::string& path) {
+    const int fd = ::open(path.c_str(), O_RDWR | O_NOCTTY);
+    termios modes{};
+    tcgetattr(fd, &modes);
+    cfmakeraw(&modes);
+    tcsetattr(fd, TCSANOW, &modes);
+    return fd;
+}
+
+std::vector<std::uint8_t> readAtLeast(int fd, std::size_t count) {
+    std::vector<std::uint8_t> got;
+    pollfd watched{fd, POLLIN, 0};
+    while (got.size() < count && poll(&watched, 1, 2000) > 0) {
+        std::uint8_t buffer[1024];
+        const ssize_t n = ::read(fd, buffer, sizeof buffer);
+        if (n <= 0) {
+            break;
+        }
+        got.insert(got.end(), buffer, buffer + n);
+    }
+    return got;
+}
+
 RawPty::RawPty() {
     master_ = posix_openpt(O_RDWR | O_NOCTTY);
     if (master_ < 0 || grantpt(master_) != 0 || unlockpt(master_) != 0) {
         return;
     }
     portPath_ = ptsname(master_);
-    portSide_ = ::open(portPath_.c_str(), O_RDWR | O_NOCTTY);
-    termios modes{};
-    tcgetattr(portSide_, &modes);
-    cfmakeraw(&modes);
-    tcsetattr(portSide_, TCSANOW, &modes);
+    portSide_ = openRawPort(portPath_);
 }
 
 RawPty::~RawPty() {
@@ -38,17 +57,7 @@ void RawPty::write(const std::vector<std::uint8_t>& bytes) {
 }
 
 std::vector<std::uint8_t> RawPty::readSent(std::size_t count) {
-    std::vector<std::uint8_t> sent;
-    pollfd watched{master_, POLLIN, 0};
-    while (sent.size() < count && poll(&watched, 1, 2000) > 0) {
-        std::uint8_t buffer[256];
-        const ssize_t got = ::read(master_, buffer, sizeof buffer);
-        if (got <= 0) {
-            break;
-        }
-        sent.insert(sent.end(), buffer, buffer + got);
-    }
-    return sent;
+    return readAtLeast(master_, count);
 }
 
 void RawPty::hangUp() {

@@ -6,6 +6,11 @@
 
 namespace sonalyx::test {
 
+// Opens a port the way a serial program would: raw, both directions (-1 when it cannot).
+int openRawPort(const std::string& path);
+// Reads until count bytes have come or the line stays quiet for two seconds.
+std::vector<std::uint8_t> readAtLeast(int fd, std::size_t count);
+
 // A bare pseudo-terminal whose far end the test drives byte by byte.
 class RawPty {
   public:

@@ -63,7 +63,11 @@ const LineRun kLineRuns[] = {
     {"Config5", {"--config", "5", "--reverb-type", "4"}, "config5"},
     {"OldReceiver", {"--old"}, "old_receiver"},
     {"ParametersOnly", {}, "config10_parameters_only", "", "parameters-only"},
-    {"Fallback", {"--config", "9", "--refuse", "EQALL"}, "config9_fallback", "", "p"},
+    {"Fallback",
+     test::words(
+         "--config 9 --refuse EQALL --sp-length 6 --bands 1 --subwoofer-mode 1 --subwoofer-code 0 "
+         "--crossover 3 --distance-unit 1 --xcurve 9"),
+     "config9_fallback", "", "p"},
     {"SecondTryOfARefusedCommand", {"--refuse", "RVCT:2,FBS:1"}, "config10"},
     {"BadProbeOnce", {"--bad-probe", "once"}, "config10"},
     {"Silence", {"--silent"}, "", "Timeout occurred."},

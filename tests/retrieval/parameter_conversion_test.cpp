@@ -4,11 +4,8 @@
 
 #include <algorithm>
 #include <clocale>
-#include <functional>
 
 #include "document/channel_name.h"
-#include "document/parameter_rows.h"
-#include "emulator/parameter_feed.h"
 #include "support/golden.h"
 
 namespace sonalyx {
@@ -218,67 +215,6 @@ TEST(ParameterFallback, ResetForgetsThePreviousRun) {
     converter.finishFallback(lines);
     EXPECT_EQ(lines[0], "* Acoustic Cal EQ");
 }
-
-// ---- rows of the emulator's receivers --------------------------------------------------------
-
-struct RowSet {
-    const char* name;
-    emulator::ParameterProfile profile;
-};
-
-void PrintTo(const RowSet& set, std::ostream* os) {
-    *os << set.name;
-}
-
-emulator::ParameterProfile profile(int config, int spLength, int unit, bool oneByte, int xCurve,
-                                   const std::function<void(emulator::ParameterProfile&)>& more) {
-    emulator::ParameterProfile p;
-    p.configCode = config;
-    p.speakerSettingLength = spLength;
-    p.distanceUnit = unit;
-    p.distanceOneByte = oneByte;
-    p.xCurveCode = xCurve;
-    more(p);
-    return p;
-}
-
-const RowSet kRowSets[] = {
-    {"config5", profile(5, 5, 3, false, 7, [](auto&) {})},
-    {"config9", profile(9, 6, 1, false, 9,
-                        [](auto& p) {
-                            p.bandSelector = 1;
-                            p.subwooferMode = 1;
-                            p.subwooferCode = 0;
-                            p.crossoverCode = 3;
-                        })},
-    {"config10", profile(10, 9, 0, true, 10, [](auto& p) { p.levelItemLength = 15; })},
-    {"config11", profile(11, 9, 2, false, 2,
-                         [](auto& p) {
-                             p.levelItemLength = 15;
-                             p.bandSelector = 2;
-                             p.surrBackSize = 4;
-                         })},
-};
-
-class ParameterRowSet : public ::testing::TestWithParam<RowSet> {};
-
-// The rows by list and by the single-channel fallback, and a sheet can read both.
-TEST_P(ParameterRowSet, MatchGoldenAndParseAsASheet) {
-    const emulator::ParameterProfile& p = GetParam().profile;
-    const std::string golden = test::testDataPath("parameters/") + GetParam().name;
-    Lines rows = emulator::convertListReplies(p);
-    Lines fallbackRows = emulator::convertFallbackReplies(p);
-    test::expectMatchesGolden(golden + ".txt", rows);
-    test::expectMatchesGolden(golden + "_fallback.txt", fallbackRows);
-    for (Lines* lines : {&rows, &fallbackRows}) {
-        ParameterGrid grid;
-        EXPECT_TRUE(ParseParameterRows(*lines, grid));
-        EXPECT_GE(grid.longestDistanceText, 5);
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Emulator, ParameterRowSet, ::testing::ValuesIn(kRowSets),
-                         [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace
 }  // namespace sonalyx

@@ -1,6 +1,7 @@
 // The text a receive run hands to the document side, byte for byte, as the receiver emulator's
 // replies convert: what a fresh "New Data" holds before loading could tidy anything away. Each
-// run is also loaded, and every reverb value must read back as the emulator sent it.
+// run is also loaded: every reverb value must read back as the emulator sent it, and the
+// parameter rows as a sheet.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -67,8 +68,11 @@ TEST_P(ReceivedText, MatchesGoldenAndLoadsTheSentValues) {
     MeasurementDocument doc;
     ASSERT_TRUE(DocumentLoader::load(doc, lines, std::string(kNewDataName), nullptr));
     const int blocks = expectReverbAsSent(doc, options->profile.parameters.bandSelector);
-    EXPECT_EQ(blocks > 0,
-              receiveOptions(scenario.kinds).reverb && scenario.kinds != "parameters-only");
+    const ReceiveOptions asked = receiveOptions(scenario.kinds);
+    EXPECT_EQ(blocks > 0, asked.reverb && !asked.parametersOnly);
+    // The parameter rows (an old receiver has none) must read as a sheet.
+    EXPECT_EQ(doc.sectionLoaded[kParametersSection],
+              (asked.parameters || asked.parametersOnly) && options->profile.extended);
 }
 
 INSTANTIATE_TEST_SUITE_P(Emulator, ReceivedText, ::testing::ValuesIn(receiveScenarios()),

@@ -48,7 +48,7 @@ void expectSucceeded(const ReceiveHarness& h) {
 
 struct RunCase {
     const char* name;
-    std::function<void(FakeReceiver&)> receiver;
+    std::function<void(FakeReceiver&)> receiver = {};
     std::string message = {};  // the one message of a failed run; "" for success
     std::string counts = {};   // "?RAFL=3 ?RA*=7": how often a command (or a prefix*) went out
     Lines sequence = {};       // lines that follow one another in the text
@@ -65,9 +65,12 @@ std::function<void(FakeReceiver&)> refusing(std::map<std::string, int> refusals)
     return [refusals](FakeReceiver& r) { r.refusals = refusals; };
 }
 
+// A receiver answering command with reply, the first times times.
 std::function<void(FakeReceiver&)> replying(const std::string& command,
-                                            std::vector<std::uint8_t> reply) {
-    return [command, reply](FakeReceiver& r) { r.scripted[command] = {reply}; };
+                                            std::vector<std::uint8_t> reply, int times = 1) {
+    return [command, reply, times](FakeReceiver& r) {
+        r.scripted[command].assign(static_cast<size_t>(times), reply);
+    };
 }
 
 // A receiver whose reply to command is framed with this attribute.
@@ -77,6 +80,11 @@ std::function<void(FakeReceiver&)> attributed(const std::string& command, int at
                                                      : r.reverbBody(command.substr(3), false);
         r.scripted[command] = {r.frame(attribute, body)};
     };
+}
+
+std::vector<std::uint8_t> cutShort(std::vector<std::uint8_t> reply) {
+    reply.resize(100);
+    return reply;
 }
 
 const Commands kFullRun5 = {"?RVFL", "?EI",   "?RAFL", "?RVCT",  "?RACT",  "?RVFR",  "?RAFR",
@@ -89,18 +97,17 @@ const std::string kTooShort = kCommandError + "(Illegal data size)";
 // Which commands each configuration and choice of kinds asks shows in the received texts
 // (receive_document_test.cpp): a wrong ask is refused by the emulator and the run fails.
 const RunCase kRuns[] = {
-    {"FullRunOfConfiguration5", {}, "", "", {}, "all", 1, kFullRun5},
+    {.name = "FullRunOfConfiguration5", .sent = kFullRun5},
     // Error replies.
     {"AfterDataRefusedTwice", refusing({{"?RAFL", 2}}), "", "?RAFL=3 ?RA*=7", {"[DATA5A]"}},
     {"KeptCommandRepeated", refusing({{"?RVCT", 2}}), "", "?RVCT=3", {"[DATA2A]"}},
     {"ReverbRefusedThreeTimes", refusing({{"?RVCT", -1}}), kCommandError, "?RVCT=3"},
     // The repeat count is not reset by a good reply.
     {"RepeatsCountOverTheRun", refusing({{"?RVCT", 1}, {"?RVFR", 2}}), kCommandError, "?RVFR=2"},
-    {"GroupDelayRefusedEndsThatPhase",
-     refusing({{"?FBC", -1}}),
-     "",
-     "?FBC=3 ?FBB=0 ?SI=1",
-     {"Front,Surround A"}},
+    {.name = "GroupDelayRefusedEndsThatPhase",
+     .receiver = refusing({{"?FBC", -1}}),
+     .counts = "?FBC=3 ?FBB=0 ?SI=1",
+     .sequence = {"Front,Surround A"}},
     {"InformationRefused", refusing({{"?EI", -1}}), kCommandError, "?EI=3"},
     {"SystemInfoNotRepeated", refusing({{"?SI", 1}}), kCommandError, "?SI=1 ?SP=0"},
     {"SpeakerSettingNotRepeated", refusing({{"?SP", 1}}), kCommandError, "?SP=1 ?EQALL=0"},
@@ -112,67 +119,47 @@ const RunCase kRuns[] = {
     {"ErrorForACountByte", replying("?EQALL", {'E', '9', '9', 0, 0}), kCommandError, "?EQALL=1"},
     {"ErrorForARecordPrefix", replying("?EQALL", {2, 'E', '0', '4', 0, 0}), kCommandError},
     // Lengths.
-    {"ProbeOf500BytesTwice",
-     [](FakeReceiver& r) {
-         r.scripted["?RVFL"] = {replyOfLength(500, true), replyOfLength(500, true)};
-     },
-     kTooShort,
-     "",
-     {},
-     "all",
-     2,
-     {"?RVFL", "?RVFL"}},
-    {"EmptyProbe",
-     replying("?RVFL", replyOfLength(0, true)),
-     "",
-     "",
-     {"[DATA1]", "", "[DATA1A]", kLabelRow}},
+    {.name = "ProbeOf500BytesTwice",
+     .receiver = replying("?RVFL", replyOfLength(500, true), 2),
+     .message = kTooShort,
+     .opens = 2,
+     .sent = {"?RVFL", "?RVFL"}},
+    {.name = "EmptyProbe",
+     .receiver = replying("?RVFL", replyOfLength(0, true)),
+     .sequence = {"[DATA1]", "", "[DATA1A]", kLabelRow}},
     {"BodyOf2048Bytes", replying("?RVCT", replyOfLength(2048, true)), "", "", {"[DATA2A]"}},
     {"BodyOf2049Bytes", replying("?RVCT", replyOfLength(2049, true)),
      kCommandError + "(Too long data)", "?RVCT=1 ?RACT=0"},
     {"InformationOf3Bytes", replying("?EI", {0, 0, 3, 5, 0, 0}), kCommandError},
     {"InformationOf2BytesOnAnExtendedReceiver", replying("?EI", {0, 0x80, 2, 5, 0}), kCommandError},
-    {"InformationOf2BytesIsEqOff",
-     [](FakeReceiver& r) {
-         r.configCode = 6;
-         r.reverbType = 3;
-         r.scripted["?EI"] = {{0, 0, 2, 6, 0}};
-     },
-     "",
-     "",
-     {"L,C,R,SR A,SB,SL A", "", "[BAND]", "63,125,250,500,1k,2k,4k,8k,16k", "", "[REVERB TYPE]",
-      "EQ OFF"},
-     "r"},
+    {.name = "InformationOf2BytesIsEqOff",
+     .receiver =
+         [](FakeReceiver& r) {
+             r.configCode = 6;
+             r.reverbType = 3;
+             r.scripted["?EI"] = {{0, 0, 2, 6, 0}};
+         },
+     .sequence = {"L,C,R,SR A,SB,SL A", "", "[BAND]", "63,125,250,500,1k,2k,4k,8k,16k", "",
+                  "[REVERB TYPE]", "EQ OFF"},
+     .kinds = "r"},
     {"NoConfigurationCode", replying("?EI", {0, 0, 4, 0, 0, 0, 0}), kCommandError},
     {"EmptyList", replying("?DLALL", {0}), "", "?STALL=1"},
     // Time-outs.
     {"SilentMidRun", [](FakeReceiver& r) { r.silent.insert("?FBS"); }, kTimeout, "?FBS=1 ?FBC=0"},
-    {"ReplyCutOff",
-     [](FakeReceiver& r) {
-         auto cut = r.frame(0, r.reverbBody("CT", false));
-         cut.resize(100);
-         r.scripted["?RVCT"] = {cut};
-     },
-     kTimeout},
+    {"ReplyCutOff", replying("?RVCT", cutShort(replyOfLength(576, true))), kTimeout},
     // Attributes.
-    {"InvalidReverbKeepsItsHeadings",
-     attributed("?RVCT", 0xF0),
-     "",
-     "",
-     {"[DATA2]", "", "[DATA2A]"},
-     "r"},
-    {"InvalidGroupDelayLeftOut",
-     attributed("?FBS", 0xF1),
-     "",
-     "",
-     {"[CHANNEL]", "Front,Center", ""},
-     "g"},
-    {"ProbeWithAHighAttributeNotKept",
-     attributed("?RVFL", 0x10),
-     "",
-     "",
-     {"[DATA1]", "", "[DATA1A]"},
-     "r"},
+    {.name = "InvalidReverbKeepsItsHeadings",
+     .receiver = attributed("?RVCT", 0xF0),
+     .sequence = {"[DATA2]", "", "[DATA2A]"},
+     .kinds = "r"},
+    {.name = "InvalidGroupDelayLeftOut",
+     .receiver = attributed("?FBS", 0xF1),
+     .sequence = {"[CHANNEL]", "Front,Center", ""},
+     .kinds = "g"},
+    {.name = "ProbeWithAHighAttributeNotKept",
+     .receiver = attributed("?RVFL", 0x10),
+     .sequence = {"[DATA1]", "", "[DATA1A]"},
+     .kinds = "r"},
 };
 
 class ReceiveRun : public ::testing::TestWithParam<RunCase> {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -33,43 +34,62 @@ inline ReceiveOptions receiveOptions(const std::string& kinds) {
     return options;
 }
 
+// "--config 5 --xcurve 7" as the emulator's arguments.
+inline std::vector<std::string> words(const std::string& text) {
+    std::vector<std::string> out;
+    std::istringstream in(text);
+    for (std::string word; in >> word;)
+        out.push_back(word);
+    return out;
+}
+
 inline const std::vector<ReceiveScenario>& receiveScenarios() {
     static const std::vector<ReceiveScenario> scenarios = {
         // Every configuration, band set and reverb type.
-        {"config5", {"--config", "5", "--reverb-type", "4"}},
-        {"config6", {"--config", "6", "--reverb-type", "0"}},
-        {"config7", {"--config", "7", "--reverb-type", "5"}},
-        {"config9", {"--config", "9", "--reverb-type", "1"}},
+        {"config5", words("--config 5 --reverb-type 4")},
+        {"config6", words("--config 6 --reverb-type 0")},
+        {"config7", words("--config 7 --reverb-type 5")},
+        {"config9", words("--config 9 --reverb-type 1")},
         {"config10", {}},
-        {"config11", {"--config", "11", "--subwoofer-mode", "1", "--reverb-type", "3"}},
-        {"config10_bands1", {"--bands", "1"}},
-        {"config9_bands2", {"--config", "9", "--bands", "2", "--reverb-type", "9"}},
-        {"config6_info2", {"--config", "6", "--info-length", "2"}},
-        {"old_receiver", {"--old"}},
+        {"config11", words("--config 11 --subwoofer-mode 1 --reverb-type 3")},
+        {"config10_bands1", words("--bands 1")},
+        {"config9_bands2", words("--config 9 --bands 2 --reverb-type 9")},
+        {"config6_info2", words("--config 6 --info-length 2")},
+        {"old_receiver", words("--old")},
         // What is asked for.
-        {"config10_no_after", {"--no-after"}},
-        {"config7_no_after", {"--config", "7", "--no-after"}, "rg"},
+        {"config10_no_after", words("--no-after")},
+        {"config7_no_after", words("--config 7 --no-after"), "rg"},
         {"config10_reverb", {}, "r"},
-        {"config5_groupdelay_parameters", {"--config", "5"}, "gp"},
+        {"config5_groupdelay_parameters", words("--config 5"), "gp"},
         {"config10_parameters_only", {}, "parameters-only"},
         // The parameter layouts, by list and by the single-channel fallback.
-        {"config5_fallback", {"--config", "5", "--refuse", "EQALL"}, "p"},
-        {"config9_fallback", {"--config", "9", "--refuse", "EQALL"}, "p"},
-        {"config10_fallback", {"--config", "10", "--refuse", "EQALL"}, "p"},
-        {"config11_fallback", {"--config", "11", "--refuse", "EQALL"}, "p"},
-        {"config9_inches_one_byte",
-         {"--config", "9", "--distance-unit", "3", "--distance-one-byte"},
+        {"config5_fallback",
+         words("--config 5 --refuse EQALL --sp-length 5 --distance-unit 3 --xcurve 7"), "p"},
+        {"config9_fallback",
+         words("--config 9 --refuse EQALL --sp-length 6 --bands 1 --subwoofer-mode 1 "
+               "--subwoofer-code 0 --crossover 3 --distance-unit 1 --xcurve 9"),
          "p"},
-        {"config10_feet_three_memories", {"--distance-unit", "1", "--memories", "3"}, "p"},
+        {"config10_fallback",
+         words("--config 10 --refuse EQALL --distance-one-byte --xcurve 10 --level-length 15"),
+         "p"},
+        {"config11_fallback",
+         words("--config 11 --refuse EQALL --distance-unit 2 --level-length 15 --bands 2 "
+               "--surr-back-size 4"),
+         "p"},
+        {"config9_inches_one_byte",
+         words("--config 9 --distance-unit 3 --distance-one-byte --sp-length 6 --bands 1 "
+               "--subwoofer-mode 1 --subwoofer-code 0 --crossover 3 --xcurve 9"),
+         "p"},
+        {"config10_feet_three_memories",
+         words("--distance-unit 1 --memories 3 --xcurve 10 --level-length 15"), "p"},
         {"config11_millimetres",
-         {"--config", "11", "--distance-unit", "2", "--level-length", "14"},
+         words("--config 11 --distance-unit 2 --level-length 14 --bands 2 --surr-back-size 4"),
          "p"},
         {"config5_short_speaker_setting",
-         {"--config", "5", "--sp-length", "5", "--xcurve", "7", "--crossover", "9"},
-         "p"},
+         words("--config 5 --sp-length 5 --xcurve 7 --crossover 9 --distance-unit 3"), "p"},
         // Replies a run survives.
-        {"config10_not_measured", {"--invalid", "RVFL,RACT,FBS"}},
-        {"config10_no_top_delay", {"--refuse", "FBTS"}},
+        {"config10_not_measured", words("--invalid RVFL,RACT,FBS")},
+        {"config10_no_top_delay", words("--refuse FBTS")},
     };
     return scenarios;
 }

@@ -129,6 +129,16 @@ const std::map<std::string, IntSetter>& intOptions() {
              o.profile.parameters.crossoverCode = v;
              return v >= 0 && v <= 255;
          }},
+        {"--surr-back-size",
+         [](EmulatorOptions& o, int v) {
+             o.profile.parameters.surrBackSize = v;
+             return v >= 0 && v <= 255;
+         }},
+        {"--subwoofer-code",
+         [](EmulatorOptions& o, int v) {
+             o.profile.parameters.subwooferCode = v;
+             return v >= 0 && v <= 255;
+         }},
     };
     return options;
 }
@@ -264,6 +274,8 @@ Parameters:
   --subwoofer-mode N     speaker setting attribute (default 0)
   --xcurve N             X-curve code (default 2)
   --crossover N          crossover code (default 1)
+  --surr-back-size N     speaker setting byte 3 (default: what the configuration has)
+  --subwoofer-code N     speaker setting byte 4 (default 1)
 Faults:
   --silent               never answer
   --refuse CMD[:N],...   answer E04 to these commands (N: only the first N times)
