@@ -291,16 +291,6 @@ TEST(MDIChild, DemoRotationSwingsAndPausesAtTheEnds) {
     EXPECT_EQ(child.RotationPosition(), 89);
 }
 
-TEST(MDIChild, CloseQueryFollowsTheAnswer) {
-    DocumentWindow child("5");
-    FileMemo(*child, 0)->appendPlainText(QStringLiteral("x"));
-    child.messenger.answers = {Answer::Cancel, Answer::No};
-    EXPECT_FALSE(child->CloseQuery());
-    EXPECT_TRUE(child->CloseQuery());
-    EXPECT_EQ(child.messenger.said(),
-              std::vector<std::string>(2, "Save changes to layout-5.csv ?|"));
-}
-
 TEST(MDIChild, SavingNewDataUnderANameRenamesTheWindowAndReportsThePath) {
     DocumentWindow child(sampleLines("11"), QStringLiteral("New Data"));
     EXPECT_TRUE(child->IsModified());
