@@ -4,72 +4,67 @@
 
 #include "app/form_dialog.h"
 #include "modal_answerer.h"
+#include "support/golden.h"
 
 namespace {
 
 using sonalyx::Answer;
 using sonalyx::MessageMode;
 
-QPushButton* button(const TFormDialog& dialog, const char* name) {
-    return dialog.findChild<QPushButton*>(QLatin1String(name));
+QString rect(const QRect& r) {
+    return QStringLiteral("%1,%2 %3x%4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
 }
 
-TEST(FormDialogTest, ModeZeroIsASingleOkAtDesignSize) {
-    TFormDialog dialog(QStringLiteral("Illegal file format."), QStringLiteral("/x/run.csv"),
-                       MessageMode::Ok);
-    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Sonalyx"));
-    EXPECT_EQ(dialog.size(), QSize(732, 110));
-    EXPECT_FALSE(button(dialog, "Button1")->isVisibleTo(&dialog));
-    EXPECT_FALSE(button(dialog, "Button3")->isVisibleTo(&dialog));
-    EXPECT_EQ(button(dialog, "Button2")->text(), QStringLiteral("OK"));
-    EXPECT_EQ(button(dialog, "Button2")->size(), QSize(65, 25));
-    EXPECT_EQ(dialog.Label1()->text(), QStringLiteral("Illegal file format."));
-    EXPECT_EQ(dialog.Label2()->text(), QStringLiteral("/x/run.csv"));
+// The layouts at design size (mode 0), halved for short texts or kept for long ones (mode 1):
+// the dialog, its labels and visible buttons with their texts and places, one section each.
+TEST(FormDialogTest, LayoutsMatchGolden) {
+    const QString x360(360, 'x'), x400(400, 'x'), y357(357, 'y');
+    const auto ync = MessageMode::YesNoCancel;
+    const struct {
+        const char* name;
+        QString first, second;
+        MessageMode mode;
+    } rows[] = {{"ok", "Illegal file format.", "/x/run.csv", MessageMode::Ok},
+                {"yes no cancel, short", "Save changes to run1.csv ?", {}, ync},
+                {"yes no cancel, 360 characters", x360, {}, ync},
+                {"yes no cancel, 400 characters", x400, {}, ync},
+                {"yes no cancel, long second line", "short", y357, ync}};
+    std::vector<sonalyx::test::GoldenSection> sections;
+    for (const auto& r : rows) {
+        TFormDialog dialog(r.first, r.second, r.mode);
+        auto& lines = sections.emplace_back(r.name, std::vector<std::string>{}).second;
+        lines.push_back(QStringLiteral("%1 %2x%3 shrink %4")
+                            .arg(dialog.windowTitle())
+                            .arg(dialog.width())
+                            .arg(dialog.height())
+                            .arg(TFormDialog::ShrinkFactor(r.first, r.second))
+                            .toStdString());
+        // The whole text stays in the tool tip where the label cannot show it all.
+        for (const QLabel* label : {dialog.Label1(), dialog.Label2()})
+            lines.push_back((rect(label->geometry()) + " " + label->text().left(40) + " | " +
+                             label->toolTip().left(40))
+                                .toStdString());
+        for (const char* name : {"Button1", "Button2", "Button3"}) {
+            const auto* button = dialog.findChild<QPushButton*>(QLatin1String(name));
+            if (button->isVisibleTo(&dialog))
+                lines.push_back((rect(button->geometry()) + " " + button->text()).toStdString());
+        }
+    }
+    sonalyx::test::expectSectionsMatchGolden(sonalyx::test::testDataPath("app/form_dialog.txt"),
+                                             sections);
 }
 
-TEST(FormDialogTest, ModeOneNarrowsForShortTexts) {
-    TFormDialog dialog(QStringLiteral("Save changes to run1.csv ?"), QString(),
-                       MessageMode::YesNoCancel);
-    EXPECT_EQ(dialog.width(), 732 / 2);
-    EXPECT_EQ(dialog.Label1()->width(), 721 / 2);
-    EXPECT_EQ(dialog.Label2()->width(), 713 / 2);
-    EXPECT_EQ(dialog.Label1()->x(), 2);
-    EXPECT_EQ(dialog.Label2()->x(), 2);
-    const QRect yes = button(dialog, "Button1")->geometry();
-    const QRect no = button(dialog, "Button2")->geometry();
-    const QRect cancel = button(dialog, "Button3")->geometry();
-    EXPECT_EQ(no.center().x(), dialog.width() / 2);
-    EXPECT_EQ(no.left() - yes.right() - 1, 4);
-    EXPECT_EQ(cancel.left() - no.right() - 1, 4);
-    EXPECT_EQ(button(dialog, "Button1")->text(), QStringLiteral("YES"));
-    EXPECT_EQ(button(dialog, "Button2")->text(), QStringLiteral("NO"));
-    EXPECT_EQ(button(dialog, "Button3")->text(), QStringLiteral("CANCEL"));
-}
-
-TEST(FormDialogTest, ModeOneKeepsDesignWidthForLongTexts) {
-    const QString longText(400, QLatin1Char('x'));
-    EXPECT_EQ(TFormDialog::ShrinkFactor(longText, QString()), 1);
-    EXPECT_EQ(TFormDialog::ShrinkFactor(QString(360, QLatin1Char('x')), QString()), 2);
-    EXPECT_EQ(TFormDialog::ShrinkFactor(QStringLiteral("short"), QString(357, QLatin1Char('y'))),
-              1);
-    TFormDialog dialog(longText, QString(), MessageMode::YesNoCancel);
-    EXPECT_EQ(dialog.width(), 732);
-    EXPECT_EQ(dialog.Label1()->width(), 721);
-    // The whole text stays available even where the label cannot show it all.
-    EXPECT_EQ(dialog.Label1()->toolTip(), longText);
-}
-
+// Mode 2 fits the dialog to its text, whatever the font.
 TEST(FormDialogTest, ModeTwoFitsTheDialogToItsText) {
-    TFormDialog shortOne(QStringLiteral("No more window."), QString(), MessageMode::OkFitted);
-    TFormDialog longer(QStringLiteral("No more window. No more window. No more window. "
-                                      "No more window. No more window."),
-                       QString(), MessageMode::OkFitted);
+    TFormDialog shortOne("No more window.", {}, MessageMode::OkFitted);
+    TFormDialog longer(QString("No more window. ").repeated(5), {}, MessageMode::OkFitted);
     EXPECT_LT(shortOne.width(), 732);
     EXPECT_GT(longer.width(), shortOne.width());
     EXPECT_GE(longer.Label1()->width(),
               longer.Label1()->fontMetrics().horizontalAdvance(longer.Label1()->text()));
-    EXPECT_EQ(button(shortOne, "Button2")->text(), QStringLiteral("OK"));
-    EXPECT_EQ(button(shortOne, "Button2")->geometry().center().x(), shortOne.width() / 2);
+    const auto* ok = shortOne.findChild<QPushButton*>(QStringLiteral("Button2"));
+    EXPECT_EQ(ok->text(), QStringLiteral("OK"));
+    EXPECT_EQ(ok->geometry().center().x(), shortOne.width() / 2);
 }
 
 TEST(FormDialogTest, ShowReturnsTheButtonPressed) {
@@ -78,12 +73,11 @@ TEST(FormDialogTest, ShowReturnsTheButtonPressed) {
         .press(QStringLiteral("NO"))
         .press(QStringLiteral("CANCEL"));
     answers.press(QStringLiteral("OK"));
-    EXPECT_EQ(TFormDialog::Show(QStringLiteral("Q1"), {}, MessageMode::YesNoCancel), Answer::Yes);
-    EXPECT_EQ(TFormDialog::Show(QStringLiteral("Q2"), {}, MessageMode::YesNoCancel), Answer::No);
-    EXPECT_EQ(TFormDialog::Show(QStringLiteral("Q3"), {}, MessageMode::YesNoCancel),
-              Answer::Cancel);
-    EXPECT_EQ(TFormDialog::Show(QStringLiteral("M"), QStringLiteral("two"), MessageMode::Ok),
-              Answer::Ok);
+    const auto ync = MessageMode::YesNoCancel;
+    EXPECT_EQ(TFormDialog::Show("Q1", {}, ync), Answer::Yes);
+    EXPECT_EQ(TFormDialog::Show("Q2", {}, ync), Answer::No);
+    EXPECT_EQ(TFormDialog::Show("Q3", {}, ync), Answer::Cancel);
+    EXPECT_EQ(TFormDialog::Show("M", "two", MessageMode::Ok), Answer::Ok);
     EXPECT_EQ(answers.messages(), (QStringList{"Q1|", "Q2|", "Q3|", "M|two"}));
     EXPECT_EQ(answers.unexpected(), 0);
 }

@@ -14,10 +14,13 @@
 #include "document/decay_table_csv.h"
 #include "document/document_loader.h"
 #include "support/document_window.h"
+#include "support/golden.h"
 #include "views/form_decay_times.h"
 
 namespace sonalyx::test {
 namespace {
+
+using Lines = std::vector<std::string>;
 
 MeasurementDocument sample(const char* layout) {
     MeasurementDocument doc;
@@ -27,70 +30,67 @@ MeasurementDocument sample(const char* layout) {
     return doc;
 }
 
-QString cell(TFormDecayTimes& form, int row, int column) {
-    return form.Model().index(row, column).data().toString();
-}
-
-const QString kDash = QStringLiteral("\u2014");
-
 class FormDecayTimesTest : public ::testing::Test {
   protected:
     RecordingMessenger messenger_;
     QTemporaryDir folder_;
 };
 
-// The figures are the golden CSV's (Left: 63 Hz, then 125 Hz).
-TEST_F(FormDecayTimesTest, ShowsTimesOrRatesAndADashWhereThereIsNone) {
-    MeasurementDocument doc = sample("5");
-    doc.reverbValues[0][2][1].fill(3.0f);  // Right, 125 Hz before: flat
-    TFormDecayTimes form(doc, 0, messenger_);
-    auto& model = form.Model();
-    EXPECT_EQ(form.windowTitle(), QStringLiteral("Decay Times - sample-layout-5.csv"));
-    ASSERT_EQ(model.rowCount(), 5);
-    ASSERT_EQ(model.columnCount(), 6 * 3);
-    EXPECT_EQ(model.headerData(2, Qt::Vertical).toString(), QStringLiteral("Right"));
-    EXPECT_EQ(model.headerData(4, Qt::Horizontal).toString(), QStringLiteral("125\nAfter"));
-    const QStringList rt60 = {"670", "472", "-198", "603", "430", "-173"};
-    const QStringList rates = {"-89.5", "-127.2", "-37.7", "-99.5", "-139.4", "-39.9"};
-    const QStringList flat = {kDash, "419", kDash};
-    auto* figure = form.findChild<QComboBox*>(QStringLiteral("ComboFigure"));
-    for (int c = 0; c < 6; ++c) {
-        EXPECT_EQ(cell(form, 0, c), rt60[c]) << "column " << c;
-        if (c < 3) {
-            EXPECT_EQ(cell(form, 2, 3 + c), flat[c]) << "column " << 3 + c;
+// One line per row: its header, then each cell, with the tool tip in braces where a dash says
+// there is no figure.
+void dump(const DecayTimesModel& model, Lines& lines) {
+    QStringList header;
+    for (int c = 0; c < model.columnCount(); ++c)
+        header.append(model.headerData(c, Qt::Horizontal).toString().replace('\n', '/'));
+    lines.push_back(header.join('|').toStdString());
+    for (int r = 0; r < model.rowCount(); ++r) {
+        QStringList row{model.headerData(r, Qt::Vertical).toString()};
+        for (int c = 0; c < model.columnCount(); ++c) {
+            const QString text = model.index(r, c).data().toString();
+            row.append(text != QStringLiteral("\u2014")
+                           ? text
+                           : text + "{" + model.index(r, c).data(Qt::ToolTipRole).toString() + "}");
+        }
+        lines.push_back(row.join('|').toStdString());
+    }
+}
+
+// Times and rates, by channel and by group, of three layouts (one with a flat curve: a dash),
+// and the seven-channel layout with the five's columns beside it as a reference.
+TEST_F(FormDecayTimesTest, TablesMatchGolden) {
+    std::vector<GoldenSection> sections;
+    for (const char* layout : {"5", "7", "10"}) {
+        MeasurementDocument doc = sample(layout);
+        doc.reverbValues[0][2][1].fill(3.0f);  // Right, 125 Hz before: flat
+        TFormDecayTimes form(doc, 0, messenger_);
+        for (const int rows : {0, 1}) {
+            form.findChild<QComboBox*>(QStringLiteral("ComboRows"))->setCurrentIndex(rows);
+            for (const int rates : {0, 1}) {
+                form.findChild<QComboBox*>(QStringLiteral("ComboFigure"))->setCurrentIndex(rates);
+                const std::string name = std::string(layout) + (rows ? " groups" : " channels");
+                Lines& lines =
+                    sections.emplace_back(name + (rates ? " rates" : " times"), Lines{}).second;
+                lines.push_back(form.windowTitle().toStdString());
+                dump(form.Model(), lines);
+            }
         }
     }
-    EXPECT_TRUE(model.index(2, 3).data(Qt::ToolTipRole).toString().contains("does not fall"));
+    TFormDecayTimes form(sample("7"), 1, messenger_);
+    form.Model().addColumnSet(QStringLiteral("Reference"), buildDecayTable(sample("5"), true));
+    dump(form.Model(), sections.emplace_back("7 groups, 5 as reference", Lines{}).second);
+    expectSectionsMatchGolden(testDataPath("views/decay_times.txt"), sections);
 
     // Ctrl+C on a selection gives a spreadsheet the figures shown.
-    figure->setCurrentIndex(1);
     form.show();
     form.Table()->setFocus();
+    const auto& model = form.Model();
     form.Table()->selectionModel()->select(QItemSelection(model.index(0, 0), model.index(0, 5)),
                                            QItemSelectionModel::Select);
     QTest::keyClick(form.Table(), Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), rates.join(QLatin1Char('\t')));
-
-    form.findChild<QComboBox*>(QStringLiteral("ComboRows"))->setCurrentIndex(1);
-    ASSERT_EQ(model.rowCount(), 3);
-    EXPECT_EQ(model.headerData(0, Qt::Vertical).toString(), QStringLiteral("Front"));
-    EXPECT_EQ(cell(form, 0, 0), QStringLiteral("-89.4"));
-}
-
-TEST_F(FormDecayTimesTest, AReferenceAddsItsColumnsBesideEachBand) {
-    TFormDecayTimes form(sample("7"), 1, messenger_);
-    auto& model = form.Model();
-    const int bands = static_cast<int>(model.table().bands.size());
-    model.addColumnSet(QStringLiteral("Reference"), buildDecayTable(sample("5"), true));
-    ASSERT_EQ(model.columnCount(), bands * 6);
-    // As in the golden CSV of these two: 63 Hz, then 500 Hz, which the reference lacks.
-    EXPECT_EQ(model.headerData(3, Qt::Horizontal).toString(),
-              QStringLiteral("63\nReference before"));
-    EXPECT_EQ(cell(form, 0, 3), QStringLiteral("671"));
-    EXPECT_EQ(cell(form, 0, 5), QStringLiteral("-200"));
-    EXPECT_EQ(model.headerData(3 * 6 + 3, Qt::Horizontal).toString(),
-              QStringLiteral("500\nReference before"));
-    EXPECT_EQ(cell(form, 0, 3 * 6 + 3), kDash);
+    QStringList shown;
+    for (int c = 0; c < 6; ++c)
+        shown.append(model.index(0, c).data().toString());
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), shown.join(QLatin1Char('\t')));
 }
 
 TEST_F(FormDecayTimesTest, ExportWritesTheShownTableOrSaysWhyNot) {

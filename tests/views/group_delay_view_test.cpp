@@ -155,11 +155,9 @@ TEST(GroupDelayView, ZoomAndMoveAtTheEndsOfTheirRanges) {
         int zoom, move;
         double min, max;
     } rows[] = {
+        // The axis maths is view_axis's; these check the sliders reach it from both ends.
         {"1.8 default", span18, 19, 30, 18, 19, 0.425, 1.375},
-        {"1.8 zoom 0", span18, 19, 30, 0, 19, -3.85, 5.65},
-        {"1.8 zoom 19", span18, 19, 30, 19, 19, 0.6625, 1.1375},
-        {"1.8 move 0", span18, 19, 30, 18, 0, 2.23, 3.18},
-        {"1.8 move top", span18, 19, 30, 18, 30, -0.62, 0.33},
+        {"1.8 zoom 19 move 0", span18, 19, 30, 19, 0, 1.565, 2.04},
         {"3.0 default", span30, 12, 20, 18, 12, 0.875, 2.125},
         {"3.0 zoom 0 move top", span30, 12, 20, 0, 20, -14.75, -2.25},
     };
@@ -184,10 +182,7 @@ TEST(GroupDelayView, ZoomAndMoveAtTheEndsOfTheirRanges) {
 
 TEST(GroupDelayView, BarGraphsShowOneBandFromTheAxisBottom) {
     GroupDelayWindow child(sampleLines("9"));
-    QSlider* slice = child->Panel1()->TrackBar(Track::TimeSlice);
-    EXPECT_EQ(slice->maximum(), 63);
-    slice->setValue(23);
-    EXPECT_EQ(child->Panel1()->EditTimeSlice()->text(), QStringLiteral("0.999-1.074kHz"));
+    child->Panel1()->TrackBar(Track::TimeSlice)->setValue(23);  // its caption: mdi_child_test
     child->OnClickTimeSlice();
     const auto& model = chart(*child);
     const auto& doc = child->Document().groupDelay;

@@ -66,16 +66,6 @@ TEST_F(StepButtonsTest, HoldingRepeatsAfterAPauseAndLeavingStopsAtOnce) {
     EXPECT_EQ(elevation->value(), stopped);
 }
 
-TEST_F(StepButtonsTest, AHeldButtonAtTheEndDoesNotWrap) {
-    TrackBar(Track::Zoom)->setValue(19);
-    QTest::mousePress(Button(Step::ZoomUp), Qt::LeftButton);
-    QTRY_COMPARE_WITH_TIMEOUT(child_->Timer1()->interval(), 60, 10000);
-    QTest::qWait(150);
-    QTest::mouseRelease(Button(Step::ZoomUp), Qt::LeftButton);
-    EXPECT_EQ(TrackBar(Track::Zoom)->value(), 19);
-    EXPECT_FALSE(child_->Timer1()->isActive());
-}
-
 TEST_F(StepButtonsTest, TrackbarsHandTheFocusBack) {
     child_->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&*child_));
