@@ -129,8 +129,9 @@ void BM_Floor(benchmark::State& state) {
 }
 BENCHMARK(BM_Floor)->Unit(benchmark::kMillisecond);
 
+// Argument 1: every chart also carries a reference document's curves.
 void BM_FullRedraw(benchmark::State& state) {
-    Tab tab;
+    Tab tab(state.range(0) != 0);
     for (auto _ : state) {
         QPainter painter(&tab.image);
         for (int c = 0; c < kCharts; ++c) {
@@ -141,21 +142,7 @@ void BM_FullRedraw(benchmark::State& state) {
         benchmark::DoNotOptimize(tab.image.constBits());
     }
 }
-BENCHMARK(BM_FullRedraw)->Unit(benchmark::kMillisecond);
-
-void BM_FullRedrawWithReference(benchmark::State& state) {
-    Tab tab(true);
-    for (auto _ : state) {
-        QPainter painter(&tab.image);
-        for (int c = 0; c < kCharts; ++c) {
-            paintChart(painter, tab.rects[static_cast<std::size_t>(c)],
-                       tab.charts[static_cast<std::size_t>(c)]);
-        }
-        painter.end();
-        benchmark::DoNotOptimize(tab.image.constBits());
-    }
-}
-BENCHMARK(BM_FullRedrawWithReference)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FullRedraw)->ArgName("reference")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 // What one more open document window costs in resident memory: a nine-channel document on
 // its Reverb tab, shown and painted. The first window also pays for what every window shares
