@@ -218,8 +218,8 @@ class RatioReporter : public benchmark::ConsoleReporter {
             return it == times.end() ? 0.0 : it->second;
         };
         const double floor = ms(cpuMs_, "BM_Floor");
-        const double full = ms(cpuMs_, "BM_FullRedraw");
-        const double compared = ms(cpuMs_, "BM_FullRedrawWithReference");
+        const double full = ms(cpuMs_, "BM_FullRedraw/reference:0");
+        const double compared = ms(cpuMs_, "BM_FullRedraw/reference:1");
         if (floor <= 0 || full <= 0) {
             return;
         }
@@ -228,7 +228,8 @@ class RatioReporter : public benchmark::ConsoleReporter {
         std::printf(
             "full redraw %.2f ms CPU (target <= 15), %.2f x the floor's %.2f ms "
             "(target <= 3); wall clock %.2f ms against %.2f ms\n",
-            full, full / floor, floor, ms(realMs_, "BM_FullRedraw"), ms(realMs_, "BM_Floor"));
+            full, full / floor, floor, ms(realMs_, "BM_FullRedraw/reference:0"),
+            ms(realMs_, "BM_Floor"));
         if (compared > 0) {
             std::printf(
                 "with a reference document's curves over them: %.2f ms CPU (target <= 15), "
