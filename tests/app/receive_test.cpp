@@ -215,7 +215,7 @@ TEST_F(ReceiveTest, ScreenshotOfTheReceivingWindow) {
     EXPECT_FALSE(form.Receiving());
 }
 
-TEST_F(ReceiveTest, FullReceiveFromTheEmulatorOpensANewDataWindow) {
+TEST_F(ReceiveTest, FullAndOtherReceiveFromTheEmulatorOpenNewDataWindows) {
     receiveTickMs_ = 20;
     EmulatedReceiver receiver({"--config", "10"});
     ports_ = QStringList{QString::fromStdString(receiver.portPath())};
@@ -249,24 +249,16 @@ TEST_F(ReceiveTest, FullReceiveFromTheEmulatorOpensANewDataWindow) {
     ASSERT_TRUE(waitFor([&form] { return !form.Receiving(); }));
     EXPECT_TRUE(receiveActionsEnabled(form));
     EXPECT_TRUE(form.Action(QStringLiteral("ActionDemo"))->isEnabled());
-    EXPECT_EQ(answers.unexpected(), 0);
-}
 
-TEST_F(ReceiveTest, OtherReceiveFetchesOnlyTheParameters) {
-    receiveTickMs_ = 20;
-    EmulatedReceiver receiver(std::vector<std::string>{});
-    ports_ = QStringList{QString::fromStdString(receiver.portPath())};
-    TMainForm& form = start();
-
-    ModalAnswerer answers;
+    // The other receive fetches the parameters alone.
     form.Action(QStringLiteral("FileOtherReceive"))->trigger();
-    ASSERT_TRUE(waitFor([&form] { return !form.DocumentWindows().isEmpty(); }));
-    const sonalyx::MeasurementDocument& document = form.DocumentWindows().first()->Document();
-    EXPECT_FALSE(document.parameterLines.empty());
-    EXPECT_TRUE(document.groupDelayLines.empty());
+    ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 2; }));
     ASSERT_TRUE(waitFor([&form] { return !form.Receiving(); }));
-    EXPECT_TRUE(receiveActionsEnabled(form));
+    const sonalyx::MeasurementDocument& parameters = form.ActiveDocument()->Document();
+    EXPECT_FALSE(parameters.parameterLines.empty());
+    EXPECT_TRUE(parameters.groupDelayLines.empty());
     EXPECT_TRUE(answers.messages().isEmpty()) << answers.messages().join('\n').toStdString();
+    EXPECT_EQ(answers.unexpected(), 0);
 }
 
 // A receive stops the demonstration, and offers it (and itself) again when it fails.

@@ -1,28 +1,18 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <regex>
 #include <set>
-#include <string>
 
-#include "support/golden.h"
+#include "render_fixture.h"
 
+namespace sonalyx::test {
 namespace {
 
-namespace fs = std::filesystem;
-
-std::string Read(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-}
+using CliPrint = RenderFixture;
 
 // sonalyx-cli print onto PDF files: the pages, their orientation, the refusals.
-TEST(CliPrint, PutsThePrinterPagesOnALandscapePdf) {
+TEST_F(CliPrint, PutsThePrinterPagesOnALandscapePdf) {
     // pages: of the PDF when the status is 0; said: on stderr when it is 1.
     // clang-format off
     struct Row { const char* name; const char* options; const char* output; int status; int pages; const char* said; };
@@ -37,26 +27,19 @@ TEST(CliPrint, PutsThePrinterPagesOnALandscapePdf) {
         {"not a pdf", "--channel 1", "g.png", 2, 0, ""},
         {"a render page", "--tab parameters --page 1 --pages 2", "h.pdf", 2, 0, ""},
     };
-    const fs::path dir = fs::temp_directory_path() / ("sonalyx-print-" + std::to_string(getpid()));
-    fs::create_directories(dir);
-    const std::string sample = sonalyx::test::samplesPath("sample-layout-7.csv");
     for (const Row& row : rows) {
-        const fs::path out = dir / row.output;
-        const std::string command = std::string(SONALYX_CLI) + " print '" + sample + "' -o '" +
-                                    out.string() + "' " + row.options + " 2>'" +
-                                    (dir / "err.txt").string() + "'";
-        const int raw = std::system(command.c_str());
-        ASSERT_TRUE(WIFEXITED(raw)) << row.name;
-        EXPECT_EQ(WEXITSTATUS(raw), row.status) << row.name;
-        const std::string err = Read(dir / "err.txt");
+        EXPECT_EQ(run("print '" + sample(7) + "' -o '" + path(row.output) + "' " + row.options),
+                  row.status)
+            << row.name;
         if (row.status == 1) {
-            EXPECT_EQ(err, row.said) << row.name;
+            EXPECT_EQ(err_, row.said) << row.name;
         }
-        EXPECT_EQ(fs::exists(out), row.status == 0) << row.name << ": " << err;
+        EXPECT_EQ(std::filesystem::exists(path(row.output)), row.status == 0)
+            << row.name << ": " << err_;
         if (row.status != 0) {
             continue;
         }
-        const std::string pdf = Read(out);
+        const std::string pdf = bytes(row.output);
         const std::regex page("/Type\\s*/Page[^s]");
         EXPECT_EQ(std::distance(std::sregex_iterator(pdf.begin(), pdf.end(), page), {}), row.pages)
             << row.name;
@@ -67,11 +50,11 @@ TEST(CliPrint, PutsThePrinterPagesOnALandscapePdf) {
     }
     // Nothing half-written is left behind by the refusals.
     std::set<std::string> left;
-    for (const auto& entry : fs::directory_iterator(dir)) {
+    for (const auto& entry : std::filesystem::directory_iterator(dir_)) {
         left.insert(entry.path().filename().string());
     }
-    EXPECT_EQ(left, (std::set<std::string>{"a.pdf", "b.pdf", "c.pdf", "d.pdf", "err.txt"}));
-    fs::remove_all(dir);
+    EXPECT_EQ(left, (std::set<std::string>{"a.pdf", "b.pdf", "c.pdf", "d.pdf", "stderr.txt"}));
 }
 
 }  // namespace
+}  // namespace sonalyx::test

@@ -6,8 +6,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "support/golden.h"
@@ -34,14 +32,10 @@ class RenderFixture : public ::testing::Test {
         const std::string command =
             std::string(SONALYX_CLI) + " " + args + " 2>'" + path("stderr.txt") + "'";
         const int raw = std::system(command.c_str());
-        err_ = read(path("stderr.txt"));
+        err_ = fileBytes(path("stderr.txt"));
         return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
     }
-    static std::string read(const std::string& file) {
-        std::ifstream in(file, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    }
-    std::string bytes(const std::string& name) const { return read(path(name)); }
+    std::string bytes(const std::string& name) const { return fileBytes(path(name)); }
     // Big-endian 32-bit number of a PNG header (the width at 16, the height at 20).
     static unsigned pngNumber(const std::string& png, size_t at) {
         unsigned value = 0;

@@ -1,5 +1,5 @@
-// sonalyx-cli render as a program: chart data against golden files, every picture format of the
-// charts and the parameter sheet, and the refusals that write nothing.
+// sonalyx-cli render as a program: chart data (alone and compared) against golden files, every
+// picture format of the charts and the parameter sheet, and the refusals that write nothing.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -22,7 +22,7 @@ TEST_F(RenderTest, ChartDataOfAFewViewsMatchesTheGoldenFiles) {
     const struct {
         const char* golden;
         int layout;
-        const char* options;
+        std::string options;
     } rows[] = {
         {"views/reverb-5-bar3d-slice10.json", 5, "--bar --slice 10 --zoom 15 --size 900x600"},
         {"views/reverb-9-channel3-after-2d.json", 9, "--channel 3 --after --2d --move 24"},
@@ -31,6 +31,12 @@ TEST_F(RenderTest, ChartDataOfAFewViewsMatchesTheGoldenFiles) {
         {"views/groupdelay-9-3d-move.json", 9, "--tab groupdelay --size 900x600 --move 25"},
         {"views/groupdelay-10-group2-after-bar2d.json", 10,
          "--tab groupdelay --channel 2 --after --2d --bar --slice 23 --zoom 14"},
+        // Compared with another document, and the two differences.
+        {"views/compare-7-ref5-channel1.json", 7, "--channel 1 --compare '" + sample(5) + "'"},
+        {"views/compare-10-ref7-groupdelay-difference-2d.json", 10,
+         "--tab groupdelay --2d --zoom 12 --difference --compare '" + sample(7) + "'"},
+        {"views/after-minus-before-9-freq4-bar2d.json", 9,
+         "--freq --channel 4 --2d --bar --slice 3 --after-minus-before"},
     };
     for (const auto& r : rows) {
         const std::string out = path("view.json");
@@ -106,6 +112,12 @@ TEST_F(RenderTest, FailuresWriteNothing) {
         std::string message;
     } rows[] = {
         {"'" + path("notes.csv") + "' -o '" + path("x.png") + "'", 1, "Illegal file format."},
+        {five + " -o '" + path("x.json") + "' --compare '" + path("notes.csv") + "'", 1,
+         "Illegal file format."},
+        {five + " -o '" + path("x.json") + "' --difference", 2, "sonalyx-cli: --difference needs"},
+        {five + " -o '" + path("x.json") + "' --compare " + five +
+             " --difference --after-minus-before",
+         2, "sonalyx-cli: --difference and"},
         {"'" + path("empty.csv") + "' -o '" + path("x.json") + "'", 1, "No data."},
         {"'" + path("missing.csv") + "' -o '" + path("x.png") + "'", 1, "The file is not exist."},
         {"'" + path("bare.csv") + "' --tab parameters -o '" + path("x.txt") + "'", 1, "No data."},

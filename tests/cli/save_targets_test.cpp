@@ -10,7 +10,6 @@
 #include <filesystem>
 #include <fstream>
 #include <future>
-#include <sstream>
 
 #include "document/document_loader.h"
 #include "document/document_saver.h"
@@ -26,16 +25,6 @@ constexpr const char* kCantWrite = "Can't write the file. Please close, if it's 
 constexpr const char* kOldText = "old text\r\n";
 constexpr fs::perms kOldPerms =
     fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
-
-std::string readAll(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-std::vector<std::string> words(const std::string& text) {
-    std::istringstream in(text);
-    return {std::istream_iterator<std::string>(in), {}};
-}
 
 // A scene is built step by step in a fresh folder ("$/" in a link target is that folder):
 //   old P: a file of old text, permissions 0640   dir P, fifo P, link P TARGET
@@ -152,7 +141,7 @@ class SaveTargetsTest : public ::testing::Test {
             }
             if (want[split] == '=') {
                 EXPECT_STREQ(kindOf(status), "regular");
-                EXPECT_TRUE(readAll(path) == (what == "old" ? kOldText : document_))
+                EXPECT_TRUE(fileBytes(path) == (what == "old" ? kOldText : document_))
                     << path << " does not hold the " << (what == "old" ? "old text" : "document");
             }
             if (what == "doc") {
@@ -176,7 +165,7 @@ class SaveTargetsTest : public ::testing::Test {
             const int raw = std::system(command.c_str());
             const int status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
             saved = status == 0;
-            const std::string err = readAll(errFile);
+            const std::string err = fileBytes(errFile);
             EXPECT_TRUE(status == 0 || status == 1) << status;
             return err.empty() ? std::vector<std::string>{} : std::vector<std::string>{err};
         }
@@ -194,7 +183,7 @@ class SaveTargetsTest : public ::testing::Test {
     const fs::path root_ =
         fs::temp_directory_path() / ("sonalyx-save-targets-" + std::to_string(::getpid()));
     const std::string sample_ = samplesPath("sample-layout-5.csv");
-    const std::string document_ = readAll(sample_);
+    const std::string document_ = fileBytes(sample_);
 };
 
 TEST_F(SaveTargetsTest, EachKindOfTargetInTheWindowAndTheCommandLine) {
@@ -206,7 +195,7 @@ TEST_F(SaveTargetsTest, EachKindOfTargetInTheWindowAndTheCommandLine) {
             // A pipe is read by someone else while the save writes it.
             std::future<std::string> reader;
             if (kindOf(fs::symlink_status(target)) == std::string("fifo"))
-                reader = std::async(std::launch::async, [target] { return readAll(target); });
+                reader = std::async(std::launch::async, [target] { return fileBytes(target); });
             bool saved = false;
             const auto told = save(target, cli, saved);
             EXPECT_EQ(saved, row.saved) << row.name << " (" << how << ")";

@@ -2,20 +2,15 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <map>
 
 #include "round_trip_properties.h"
+#include "support/golden.h"
 
 namespace sonalyx::fuzzing {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string readAll(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 std::vector<fs::path> filesIn(const fs::path& dir) {
     std::vector<fs::path> files;
@@ -38,7 +33,7 @@ TEST(RoundTripProperties, KeptSeedsHoldEveryProperty) {
     const auto seeds = filesIn(SONALYX_FUZZ_SEEDS_DIR);
     ASSERT_FALSE(seeds.empty());
     for (const fs::path& seed : seeds) {
-        const RoundTripVerdict verdict = checkRoundTrip(readAll(seed));
+        const RoundTripVerdict verdict = checkRoundTrip(test::fileBytes(seed));
         EXPECT_EQ(verdict.problem, "") << seed;
         const auto it = exempted.find(seed.filename().string());
         if (it != exempted.end()) {
@@ -58,7 +53,7 @@ TEST(RoundTripProperties, RoundTripReadingsNeedNoSecondSave) {
     };
     for (const auto& [name, exempted] : seeds) {
         const RoundTripVerdict verdict =
-            checkRoundTrip(readAll(fs::path(SONALYX_FUZZ_SEEDS_DIR) / name));
+            checkRoundTrip(test::fileBytes(fs::path(SONALYX_FUZZ_SEEDS_DIR) / name));
         EXPECT_TRUE(verdict.loaded) << name;
         EXPECT_EQ(verdict.exemption.empty(), !exempted) << name;
         EXPECT_EQ(verdict.savesToSettle, 1) << name;

@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <map>
+#include <sstream>
 
 #include "document/document_file.h"
 
@@ -12,25 +15,19 @@ namespace sonalyx::test {
 
 namespace {
 
-// Longest common subsequence table over lines; documents are a few thousand lines at most.
-std::vector<std::vector<int>> lcsTable(const std::vector<std::string>& a,
-                                       const std::vector<std::string>& b) {
-    std::vector<std::vector<int>> t(a.size() + 1, std::vector<int>(b.size() + 1, 0));
-    for (size_t i = a.size(); i-- > 0;) {
-        for (size_t j = b.size(); j-- > 0;) {
-            t[i][j] = a[i] == b[j] ? t[i + 1][j + 1] + 1 : std::max(t[i + 1][j], t[i][j + 1]);
-        }
-    }
-    return t;
+bool updating() {
+    const char* update = std::getenv("SONALYX_UPDATE_GOLDEN");
+    return update != nullptr && std::string(update) == "1";
 }
 
 }  // namespace
 
+// One hunk from the first to the last differing line, with three lines of context around it:
+// goldens change in one place at a time, and this reads as well as a full diff there.
 std::string unifiedDiff(const std::vector<std::string>& expected,
                         const std::vector<std::string>& actual) {
     if (expected == actual)
         return {};
-    // Trim the common head and tail so the table stays small.
     size_t head = 0;
     while (head < expected.size() && head < actual.size() && expected[head] == actual[head])
         ++head;
@@ -39,35 +36,16 @@ std::string unifiedDiff(const std::vector<std::string>& expected,
            expected[expected.size() - 1 - tail] == actual[actual.size() - 1 - tail]) {
         ++tail;
     }
-    const std::vector<std::string> a(expected.begin() + static_cast<long>(head),
-                                     expected.end() - static_cast<long>(tail));
-    const std::vector<std::string> b(actual.begin() + static_cast<long>(head),
-                                     actual.end() - static_cast<long>(tail));
     std::string out = "--- expected\n+++ actual\n@@ line " + std::to_string(head + 1) + " @@\n";
-    const size_t context = std::min<size_t>(head, 3);
-    for (size_t k = head - context; k < head; ++k)
+    for (size_t k = head - std::min<size_t>(head, 3); k < head; ++k)
         out += " " + expected[k] + "\n";
-    if (a.size() * b.size() > 4'000'000) {
-        for (const auto& l : a)
-            out += "-" + l + "\n";
-        for (const auto& l : b)
-            out += "+" + l + "\n";
-        return out;
-    }
-    const auto t = lcsTable(a, b);
-    size_t i = 0;
-    size_t j = 0;
-    while (i < a.size() || j < b.size()) {
-        if (i < a.size() && j < b.size() && a[i] == b[j]) {
-            out += " " + a[i] + "\n";
-            ++i;
-            ++j;
-        } else if (j < b.size() && (i == a.size() || t[i][j + 1] >= t[i + 1][j])) {
-            out += "+" + b[j++] + "\n";
-        } else {
-            out += "-" + a[i++] + "\n";
-        }
-    }
+    for (size_t k = head; k < expected.size() - tail; ++k)
+        out += "-" + expected[k] + "\n";
+    for (size_t k = head; k < actual.size() - tail; ++k)
+        out += "+" + actual[k] + "\n";
+    for (size_t k = expected.size() - tail; k < expected.size() - tail + std::min<size_t>(tail, 3);
+         ++k)
+        out += " " + expected[k] + "\n";
     return out;
 }
 
@@ -81,20 +59,17 @@ std::vector<std::string> readLinesOrFail(const std::string& path) {
 }
 
 void expectMatchesGolden(const std::string& goldenPath, const std::vector<std::string>& actual) {
-    const char* update = std::getenv("SONALYX_UPDATE_GOLDEN");
-    if (update && std::string(update) == "1") {
+    if (updating()) {
         ASSERT_TRUE(writeDocumentLinesAtomically(goldenPath, actual)) << goldenPath;
         return;
     }
-    const auto expected = readLinesOrFail(goldenPath);
-    const std::string diff = unifiedDiff(expected, actual);
+    const std::string diff = unifiedDiff(readLinesOrFail(goldenPath), actual);
     EXPECT_TRUE(diff.empty()) << goldenPath << " differs:\n" << diff;
 }
 
 void expectSectionsMatchGolden(const std::string& goldenPath,
                                const std::vector<GoldenSection>& sections) {
-    const char* update = std::getenv("SONALYX_UPDATE_GOLDEN");
-    if (update && std::string(update) == "1") {
+    if (updating()) {
         std::vector<std::string> all;
         for (const auto& [name, lines] : sections) {
             all.push_back("## " + name);
@@ -124,6 +99,16 @@ void expectSectionsMatchGolden(const std::string& goldenPath,
     }
     for (const auto& [name, lines] : expected)
         ADD_FAILURE() << goldenPath << " has a section no case writes: \"" << name << "\"";
+}
+
+std::string fileBytes(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::vector<std::string> words(const std::string& text) {
+    std::istringstream in(text);
+    return {std::istream_iterator<std::string>(in), {}};
 }
 
 std::string testDataPath(const std::string& relative) {

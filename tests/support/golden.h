@@ -24,6 +24,10 @@ using GoldenSection = std::pair<std::string, std::vector<std::string>>;
 void expectSectionsMatchGolden(const std::string& goldenPath,
                                const std::vector<GoldenSection>& sections);
 
+// The whole file (empty when it cannot be read) and a text split at white space.
+std::string fileBytes(const std::string& path);
+std::vector<std::string> words(const std::string& text);
+
 std::string testDataPath(const std::string& relative);
 std::string samplesPath(const std::string& relative);
 

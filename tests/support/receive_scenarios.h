@@ -1,11 +1,11 @@
 #pragma once
 
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "retrieval/receive_engine.h"
+#include "support/golden.h"
 
 namespace sonalyx::test {
 
@@ -32,15 +32,6 @@ inline ReceiveOptions receiveOptions(const std::string& kinds) {
         options.parameters = kinds.find('p') != std::string::npos;
     }
     return options;
-}
-
-// "--config 5 --xcurve 7" as the emulator's arguments.
-inline std::vector<std::string> words(const std::string& text) {
-    std::vector<std::string> out;
-    std::istringstream in(text);
-    for (std::string word; in >> word;)
-        out.push_back(word);
-    return out;
 }
 
 inline const std::vector<ReceiveScenario>& receiveScenarios() {

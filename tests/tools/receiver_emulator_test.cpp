@@ -2,14 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <iterator>
-#include <sstream>
-
 #include "emulator/emulator_options.h"
 #include "emulator/measurement_replies.h"
+#include "support/golden.h"
 
 namespace sonalyx::emulator {
 namespace {
+
+using test::words;
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -46,11 +46,6 @@ struct Exchange {
 
 void PrintTo(const Exchange& e, std::ostream* os) {
     *os << e.name;
-}
-
-std::vector<std::string> words(const std::string& text) {
-    std::istringstream in(text);
-    return {std::istream_iterator<std::string>(in), {}};
 }
 
 const Exchange kExchanges[] = {

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <QApplication>
 #include <QComboBox>
-#include <QFile>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QScrollArea>
@@ -285,21 +284,6 @@ TEST(MDIChild, DemoRotationSwingsAndPausesAtTheEnds) {
     child.SetGraph3D(false);
     child.DemoRotateStep();
     EXPECT_EQ(child.RotationPosition(), 89);
-}
-
-TEST(MDIChild, SavingNewDataUnderANameRenamesTheWindowAndReportsThePath) {
-    DocumentWindow child(sampleLines("11"), QStringLiteral("New Data"));
-    EXPECT_TRUE(child->IsModified());
-    const QString target = child.filePath(QStringLiteral("saved.csv"));
-    child.chooser.picks = {target.toStdString()};
-    QStringList reported;
-    QObject::connect(&*child, &TMDIChild::SavedAs, [&](const QString& p) { reported.append(p); });
-    child.messenger.answers = {Answer::Yes};
-    EXPECT_TRUE(child->CloseQuery());
-    EXPECT_EQ(child.messenger.said(), std::vector<std::string>{"Save New Data ?|"});
-    EXPECT_EQ(reported, QStringList{target});
-    EXPECT_EQ(child->windowTitle(), target);
-    EXPECT_TRUE(QFile::exists(target));
 }
 
 TEST(MDIChild, GroupDelayGroupsAreShown) {
