@@ -6,8 +6,6 @@
 #include <QDir>
 #include <QFile>
 #include <QPrintDialog>
-#include <QPrinterInfo>
-#include <QProcess>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -312,27 +310,3 @@ TEST(PreviewWindows, LookLikePaperOnAGreyDesk) {
 }
 
 }  // namespace
-
-TEST(PrintCommand, PrintsThroughARealQueueWhenThereIsOne) {
-    const QString queue = QPrinterInfo::defaultPrinterName();
-    if (queue.isEmpty()) {
-        GTEST_SKIP() << "no printer queue here; scripts/setup-cups-pdf.sh (as root) makes one";
-    }
-    const auto jobs = [&queue] {
-        QProcess lpstat;
-        lpstat.start(QStringLiteral("lpstat"),
-                     {QStringLiteral("-W"), QStringLiteral("all"), QStringLiteral("-o"), queue});
-        lpstat.waitForFinished();
-        return lpstat.readAllStandardOutput().count('\n');
-    };
-    const auto before = jobs();
-    DocumentWindow doc("7");
-    doc->Panel1()->ComboChannel()->setCurrentIndex(1);
-    QWidget main;
-    StandInEnvironment environment;
-    environment.answer = [](QDialog&) { return int(QDialog::Accepted); };
-    sonalyx::PrintCommand(&main, doc.messenger, environment).Run(&doc.window(), false);
-    EXPECT_TRUE(doc.messenger.texts().empty());
-    EXPECT_EQ(environment.modals, QStringList{"PrintDialog1"});
-    EXPECT_EQ(jobs(), before + 1) << "one job spooled on " << queue.toStdString();
-}
