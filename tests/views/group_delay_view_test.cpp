@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "support/document_window.h"
+#include "support/golden.h"
 #include "views/chart/chart_widget.h"
 #include "views/group_delay_filler.h"
 #include "views/group_delay_view.h"
@@ -17,25 +18,25 @@ namespace {
 
 using chart::SeriesKind;
 
+// The labels of all 64 bands, one line per window width on either side of each threshold, in
+// 2D and 3D: "." for no label, "_" for a blank grid mark, otherwise the text.
 TEST(GroupDelayFiller, PointLabelsFollowTheWindowWidthAndThe3DRule) {
-    struct Row {
-        int band;
-        int width;
-        bool view3D;
-        const char* label;
-    } rows[] = {
-        {0, 300, false, "200"},    {31, 300, false, " "},   {31, 301, false, "2kHz"},
-        {63, 300, false, "20kHz"}, {15, 320, false, ""},    {15, 321, false, " "},
-        {7, 450, false, ""},       {7, 451, false, " "},    {15, 450, false, " "},
-        {3, 600, false, ""},       {3, 601, false, " "},    {30, 601, false, ""},
-        {0, 300, true, " "},       {31, 301, true, " "},    {63, 599, true, " "},
-        {0, 600, true, "200"},     {31, 600, true, "2kHz"}, {63, 601, true, "20kHz"},
-        {7, 451, true, " "},       {3, 601, true, " "},     {3, 600, true, ""},
-    };
-    for (const Row& r : rows) {
-        EXPECT_EQ(GroupDelayFiller::PointLabel(r.band, r.width, r.view3D), QLatin1String(r.label))
-            << "band " << r.band << " width " << r.width << (r.view3D ? " 3D" : " 2D");
+    std::vector<GoldenSection> sections;
+    for (const bool view3D : {false, true}) {
+        auto& lines =
+            sections.emplace_back(view3D ? "3D" : "2D", std::vector<std::string>{}).second;
+        for (const int width : {300, 301, 320, 321, 450, 451, 599, 600, 601}) {
+            QString line = QString::number(width) + QLatin1Char(':');
+            for (int band = 0; band < kGroupDelayBands; ++band) {
+                const QString label = GroupDelayFiller::PointLabel(band, width, view3D);
+                line += QLatin1Char(' ') + (label.isEmpty()               ? QStringLiteral(".")
+                                            : label == QLatin1String(" ") ? QStringLiteral("_")
+                                                                          : label);
+            }
+            lines.push_back(line.toStdString());
+        }
     }
+    expectSectionsMatchGolden(testDataPath("views/group_delay_labels.txt"), sections);
 }
 
 // The sample's lines with some lines left out (the "(Offset" line, a group's row after

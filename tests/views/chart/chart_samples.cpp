@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "document/document_file.h"
 #include "document/document_loader.h"
 #include "support/golden.h"
@@ -72,43 +70,6 @@ ChartModel sampleBarChart() {
         const double level = b == 8 ? 45.0 : 58.0 + doc.reverbValues[0][0][b][4];
         s.points.push_back(
             {b + 0.5, level, QString::fromStdString(doc.bandLabels[static_cast<std::size_t>(b)])});
-    }
-    return m;
-}
-
-ChartModel sampleGroupDelayChart() {
-    ChartModel m;
-    m.name = QStringLiteral("Chart101");
-    m.left = {-1.0, 2.8, 0.38, QStringLiteral("Group Delay[msec] ")};
-    m.bottom = {0, 64, 31, QStringLiteral("Freq[Hz]    ")};
-    m.depth = {0, 1, 4, QStringLiteral("Channel")};
-    m.view.perspective = 30;
-    const char* groups[] = {"Front", "Center", "Surround A", "Surr Back", "Top Surr"};
-    const QColor colours[] = {
-        {0, 153, 0}, {204, 204, 0}, {255, 153, 0}, {255, 51, 51}, {153, 153, 255}};
-    for (int g = 0; g < kSeriesSlots; ++g) {
-        Series& s = m.series[static_cast<std::size_t>(g)];
-        if (g >= 5) {
-            s.title = QStringLiteral(" ");
-            s.points = {{0, 0, QString()}};
-            continue;
-        }
-        s.title = QString::fromLatin1(groups[g]);
-        s.colour = colours[g];
-        for (int i = 0; i < 64; ++i) {
-            QString label;
-            if (i == 0) {
-                label = QStringLiteral("200");
-            } else if (i == 31) {
-                label = QStringLiteral("2kHz");
-            } else if (i == 63) {
-                label = QStringLiteral("20kHz");
-            } else if ((i + 1) % 4 == 0) {
-                label = QStringLiteral(" ");
-            }
-            const double delay = 1.6 * std::exp(-i / 12.0) + 0.1 * g + 0.05 * std::sin(i * 0.7);
-            s.points.push_back({i + 1.0, delay, label});
-        }
     }
     return m;
 }

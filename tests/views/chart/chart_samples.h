@@ -12,8 +12,4 @@ chart::ChartModel sampleDecayChart();
 // below the left axis.
 chart::ChartModel sampleBarChart();
 
-// A group delay chart: five group curves over 64 bands whose point labels carry the frequency
-// scale ("200", "2kHz", "20kHz", blanks for grid lines); the unused slots hold one (0, 0) point.
-chart::ChartModel sampleGroupDelayChart();
-
 }  // namespace sonalyx::test

@@ -141,17 +141,6 @@ TEST(ChartScreenshots, BarsBelowTheAxisAreHatched) {
     }
 }
 
-TEST(ChartScreenshots, GroupDelayPointLabelsMarkTheFrequencyScale) {
-    for (const bool view3d : {false, true}) {
-        ChartModel model = sampleGroupDelayChart();
-        model.view.enabled = view3d;
-        const QSize size(1000, 600);
-        const QImage image = render(model, size, false);
-        save(image, QStringLiteral("groupdelay-%1").arg(view3d ? "3d" : "2d"));
-        EXPECT_EQ(countColour(image, Qt::magenta, QRect(QPoint(0, 0), size)), 0);
-    }
-}
-
 TEST(ChartScreenshots, OddModelsAndRectsPaintOnlyTheirRect) {
     const QRectF kRect(10, 10, 300, 200);
     const struct {
