@@ -18,6 +18,7 @@
 
 #include "document/document_file.h"
 #include "main_form_fixture.h"
+#include "support/document_window.h"
 #include "support/golden.h"
 #include "views/chart/chart_widget.h"
 #include "views/form_decay_times.h"
@@ -410,9 +411,8 @@ TEST_F(MainFormTest, ScreenshotWithThreeDocuments) {
     QApplication::processEvents();
 
     const QImage image = form.grab().toImage();
-    const QString folder = QStringLiteral(SONALYX_BINARY_DIR "/screenshots");
-    QDir().mkpath(folder);
-    ASSERT_TRUE(image.save(folder + QStringLiteral("/main-window-three-documents.png")));
+    ASSERT_TRUE(image.save(
+        sonalyx::test::screenshotPath(QStringLiteral("main-window-three-documents.png"))));
 
     EXPECT_EQ(image.size(), form.size() * image.devicePixelRatio());
     // Many distinct colours: charts, tool bar pictures and text, not a flat frame.

@@ -15,6 +15,7 @@
 #include "document/measurement_document.h"
 #include "link/form_rs232c.h"
 #include "main_form_fixture.h"
+#include "support/document_window.h"
 #include "support/emulated_receiver.h"
 #include "views/mdi_child.h"
 
@@ -215,9 +216,8 @@ TEST_F(ReceiveTest, FullAndOtherReceiveFromTheEmulatorOpenNewDataWindows) {
     ASSERT_TRUE(waitFor([bar] { return bar->maximum() > 0 && bar->value() >= 12; }));
     EXPECT_EQ(bar->maximum(), 33);
     EXPECT_TRUE(windowText(form, "LabelTimeLeft").startsWith(QStringLiteral("About ")));
-    QDir().mkpath(QStringLiteral(SONALYX_BINARY_DIR "/screenshots"));
     EXPECT_TRUE(progressWindow->grab().save(
-        QStringLiteral(SONALYX_BINARY_DIR "/screenshots/receiving.png")));
+        sonalyx::test::screenshotPath(QStringLiteral("receiving.png"))));
 
     ASSERT_TRUE(waitFor([&form] { return !form.DocumentWindows().isEmpty(); }));
     EXPECT_TRUE(answers.messages().isEmpty()) << answers.messages().join('\n').toStdString();

@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QDir>
 #include <QFile>
 #include <QPrintDialog>
 #include <QSettings>
@@ -70,10 +69,8 @@ int CountPdfPages(const QString& path) {
 }
 
 void SaveScreenshot(QWidget& window, const QString& name) {
-    const QString folder = QStringLiteral(SONALYX_BINARY_DIR "/screenshots");
-    QDir().mkpath(folder);
     QApplication::processEvents();
-    EXPECT_TRUE(window.grab().save(folder + QLatin1Char('/') + name)) << name.toStdString();
+    EXPECT_TRUE(window.grab().save(sonalyx::test::screenshotPath(name))) << name.toStdString();
 }
 
 TEST(PrintCommand, ChecksRefuseInOrderAndGiveTheCursorBack) {

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <QApplication>
 #include <QComboBox>
-#include <QDir>
 #include <QImage>
 #include <QLabel>
 #include <QSlider>
@@ -164,8 +163,6 @@ TEST_F(CompareViewTest, Screenshots) {
          TMDIChild::DifferenceMode::Off},
         {"difference-3d", [](TMDIChild&) {}, TMDIChild::DifferenceMode::FromReference},
     };
-    const QString folder = QStringLiteral(SONALYX_BINARY_DIR "/screenshots");
-    QDir().mkpath(folder);
     for (const Row& row : rows) {
         DocumentWindow child("10", QSize(1180, 760));
         row.setUp(*child);
@@ -174,8 +171,7 @@ TEST_F(CompareViewTest, Screenshots) {
         child->SetReference(reference(7), QStringLiteral("sample-layout-7.csv"));
         child->SetDifferenceMode(row.mode);
         QApplication::processEvents();
-        const QString path =
-            folder + QStringLiteral("/compare-%1.png").arg(QLatin1String(row.name));
+        const QString path = screenshotPath(QStringLiteral("compare-%1.png").arg(row.name));
         QString error;
         ASSERT_TRUE(ViewExport(*child).Save(path, error)) << error.toStdString();
         const QImage compared(path);

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
-#include <QDir>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
 
+#include "support/document_window.h"
 #include "views/chart/chart_widget.h"
 
 namespace sonalyx::test {
@@ -73,9 +73,7 @@ TEST_F(ChartReadoutTest, ReadsTheNearestPointIn2DAnd3D) {
         EXPECT_EQ(texts.last().at(0).toString(), r.text);
     }
     // The last row, in 3D, for a person to look at.
-    QDir().mkpath(QStringLiteral(SONALYX_BINARY_DIR "/screenshots"));
-    EXPECT_TRUE(widget_.grab().save(
-        QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-readout-3d.png")));
+    EXPECT_TRUE(widget_.grab().save(screenshotPath(QStringLiteral("chart-readout-3d.png"))));
 }
 
 TEST_F(ChartReadoutTest, NothingOutsideThePlotAndNoRedrawWhileHovering) {
@@ -95,9 +93,7 @@ TEST_F(ChartReadoutTest, NothingOutsideThePlotAndNoRedrawWhileHovering) {
 
     // The crosshair is on screen, and not in the chart's own picture (print, export).
     const QImage onScreen = widget_.grab().toImage();
-    const QString folder = QStringLiteral(SONALYX_BINARY_DIR "/screenshots");
-    QDir().mkpath(folder);
-    EXPECT_TRUE(onScreen.save(folder + QStringLiteral("/chart-readout.png")));
+    EXPECT_TRUE(onScreen.save(screenshotPath(QStringLiteral("chart-readout.png"))));
     QImage chartOnly(onScreen.size(), onScreen.format());
     {
         QPainter painter(&chartOnly);

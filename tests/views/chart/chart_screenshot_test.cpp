@@ -2,11 +2,11 @@
 // what must hold in the pixels: the curves and walls are there, and nothing leaves the rect.
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QImage>
 #include <QPainter>
 #include <functional>
 
+#include "support/document_window.h"
 #include "views/chart/chart_painter.h"
 #include "views/chart/chart_projection.h"
 #include "views/chart/chart_samples.h"
@@ -26,9 +26,7 @@ struct Shot {
 
 // Saved under build/screenshots/chart-<name>.png for a person to look at.
 void save(const QImage& image, const QString& name) {
-    QDir().mkpath(QStringLiteral(SONALYX_BINARY_DIR "/screenshots"));
-    EXPECT_TRUE(
-        image.save(QStringLiteral(SONALYX_BINARY_DIR "/screenshots/chart-%1.png").arg(name)));
+    EXPECT_TRUE(image.save(screenshotPath(QStringLiteral("chart-%1.png").arg(name))));
 }
 
 QImage render(const ChartModel& model, QSize size, bool paper) {
