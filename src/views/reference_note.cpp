@@ -92,6 +92,18 @@ void ReferenceNote::ShowComparison(const QString& title, bool overlaid, const QS
     unmatched_->setText(unmatched);
     unmatched_->setVisible(reference && !unmatched.isEmpty());
     setVisible(reference || !difference.isEmpty());
+    QStringList parts;
+    if (reference) {
+        parts << (overlaid ? tr("Reference: %1 (dashed)").arg(title) : reference_->text());
+    }
+    if (!difference.isEmpty()) {
+        parts << difference;
+    }
+    summary_ = parts.join(QStringLiteral("   "));
+}
+
+QString ReferenceNote::Summary() const {
+    return summary_;
 }
 
 }  // namespace sonalyx

@@ -20,6 +20,10 @@ class ReferenceNote : public QGroupBox {
     void ShowComparison(const QString& title, bool overlaid, const QString& difference,
                         const QString& unmatched);
 
+    // The same in one line, for the legend of an exported view: the reference ("dashed" when
+    // its curves are drawn) and the difference shown; empty while nothing is compared.
+    QString Summary() const;
+
     QLabel* LabelReference() const { return reference_; }
     QLabel* LabelDifference() const { return difference_; }
     QLabel* LabelUnmatched() const { return unmatched_; }
@@ -31,6 +35,7 @@ class ReferenceNote : public QGroupBox {
     QWidget* lineKey_ = nullptr;
     QLabel* difference_ = nullptr;
     QLabel* unmatched_ = nullptr;
+    QString summary_;
 };
 
 }  // namespace sonalyx

@@ -20,6 +20,7 @@
 #include "views/decay_times_json.h"
 #include "views/group_delay_view.h"
 #include "views/mdi_child.h"
+#include "views/reference_note.h"
 #include "views/reverb_view.h"
 
 namespace sonalyx {
@@ -143,6 +144,13 @@ void ViewExport::PaintLegendStrip(QPainter& painter, const QRect& strip) const {
         painter.drawText(QRect(x + 20, strip.top(), width + 4, strip.height()),
                          Qt::AlignLeft | Qt::AlignVCenter, caption);
         x += 20 + width + 14;
+    }
+    // A comparison is named at the right end, as the Compare note names it on screen.
+    const QString comparison = panel->PanelReference()->Summary();
+    if (!comparison.isEmpty()) {
+        painter.setPen(QColor(159, 212, 255));
+        painter.drawText(QRect(x, strip.top(), strip.right() - 8 - x, strip.height()),
+                         Qt::AlignRight | Qt::AlignVCenter, comparison);
     }
 }
 

@@ -60,6 +60,13 @@ TEST_F(RenderTest, WritesEveryFormat) {
     } cases[] = {
         {10, "--size 800x500", "w.png", "\x89PNG", 800, 500},
         {9, "--freq", "v.svg", "<?xml", 0, 0, {"Time[msec]", "<path"}},
+        {7,
+         "--channel 1 --difference --compare '" + sample(5) + "'",
+         "cmp.svg",
+         "<?xml",
+         0,
+         0,
+         {"Reference: sample-layout-5.csv   Difference: this document minus the reference"}},
         {5, "--channel 1", "v.pdf", "%PDF-"},
         {5, "--tab groupdelay", "gd.png", "\x89PNG"},
         {5, "--tab groupdelay --2d", "gd.svg", "<?xml", 0, 0, {"Group Delay[msec]", "20kHz"}},
