@@ -19,6 +19,7 @@ bool Draws(const chart::Series& series) {
 void Narrow(chart::Series& series, double side) {
     const double width = series.barWidth;
     series.barWidth = width / 2;
+    series.labelOffset = -side * kPairShift * width;
     for (auto& point : series.points) {
         point.x += side * kPairShift * width;
     }

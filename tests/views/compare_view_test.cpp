@@ -76,6 +76,9 @@ TEST_F(CompareViewTest, ReferenceCurvesPairTheirSlotsInEveryView) {
                 EXPECT_EQ(ref.points.size(), own.points.size()) << row.name << ", slot " << s;
                 if (own.kind == chart::SeriesKind::Bar && !own.points.empty()) {
                     EXPECT_LT(own.points[0].x, ref.points[0].x) << row.name;
+                    // One label for the pair, under its middle.
+                    EXPECT_DOUBLE_EQ(own.points[0].x + own.labelOffset,
+                                     ref.points[0].x + ref.labelOffset);
                 }
                 ++paired;
             }

@@ -35,8 +35,11 @@ struct Series {
     QColor colour = Qt::white;
     SeriesKind kind = SeriesKind::Line;
     std::vector<Point> points;
-    double origin = 0;  // bars rise (or fall) from here
+    double origin = 0;    // bars rise (or fall) from here
     double barWidth = 1;  // in bottom-axis units
+    // Where point labels stand from their points: a bar moved aside to pair with a reference's
+    // keeps its label under the middle of the pair.
+    double labelOffset = 0;
     bool visible = true;
     // A reference measurement's curve, drawn dashed and lighter beside its own slot.
     bool reference = false;

@@ -59,13 +59,13 @@ bool pointLabelTicks(const ChartModel& model, const ChartStyle& style, std::vect
                 continue;
             }
             labelled = true;
-            if (p.x < model.bottom.minimum || p.x > model.bottom.maximum ||
-                std::any_of(out.begin(), out.end(),
-                            [&](const Tick& t) { return t.value == p.x; })) {
+            const double x = p.x + series.labelOffset;
+            if (x < model.bottom.minimum || x > model.bottom.maximum ||
+                std::any_of(out.begin(), out.end(), [&](const Tick& t) { return t.value == x; })) {
                 continue;
             }
             Tick t;
-            t.value = p.x;
+            t.value = x;
             if (model.bottom.visible && !p.label.trimmed().isEmpty()) {
                 t.text = p.label;
                 t.width = style.textWidth(t.text);

@@ -13,6 +13,7 @@ TEST(ChartTicks, BottomLabelsComeFromEveryLabelledSeriesOncePerPosition) {
         const char* name;
         std::vector<std::vector<Point>> series;  // one entry per slot
         std::vector<std::pair<double, QString>> ticks;
+        double labelOffset = 0;
     } rows[] = {
         {"curves sharing their labels",
          {{{1, 0, "200"}, {2, 0, ""}, {4, 0, " "}}, {{1, 0, "200"}, {2, 0, ""}, {4, 0, " "}}},
@@ -22,6 +23,7 @@ TEST(ChartTicks, BottomLabelsComeFromEveryLabelledSeriesOncePerPosition) {
          {{0.5, "A"}, {1.5, "B"}, {2.5, "C"}}},
         {"a parked slot before the labelled one", {{{0, 0, ""}}, {{3, 1, "x"}}}, {{3, "x"}}},
         {"no labels: the increment", {{{1, 0, ""}}}, {{0, "0"}, {2, "2"}, {4, "4"}}},
+        {"a bar moved aside for its pair", {{{1.25, 1, "A"}}}, {{1.5, "A"}}, 0.25},
     };
     for (const Row& r : rows) {
         ChartModel model;
@@ -30,6 +32,7 @@ TEST(ChartTicks, BottomLabelsComeFromEveryLabelledSeriesOncePerPosition) {
         model.bottom.increment = 2;
         for (std::size_t s = 0; s < r.series.size(); ++s) {
             model.series[s].points = r.series[s];
+            model.series[s].labelOffset = r.labelOffset;
         }
         const ChartStyle style(model, QRectF(0, 0, 400, 300), ChartAppearance{});
         const ChartTicks ticks(model, style, false, kSeriesSlots);
