@@ -6,7 +6,6 @@
 #include "document/decay_estimate.h"
 #include "document/decay_table.h"
 #include "document/decay_table_csv.h"
-#include "document/document_loader.h"
 #include "support/golden.h"
 
 namespace sonalyx::test {
@@ -68,13 +67,6 @@ TEST(DecayTable, ChangesAreTheDifferenceOfTheShownFigures) {
     EXPECT_FALSE(std::signbit(*cell.rateChange()));
 }
 
-MeasurementDocument loadSample(const std::string& layout) {
-    MeasurementDocument doc;
-    const std::string name = "sample-layout-" + layout + ".csv";
-    EXPECT_TRUE(DocumentLoader::load(doc, readLinesOrFail(samplesPath(name)), name, nullptr));
-    return doc;
-}
-
 std::vector<std::string> csvLines(const std::string& text) {
     std::vector<std::string> lines;
     size_t start = 0;
@@ -85,8 +77,8 @@ std::vector<std::string> csvLines(const std::string& text) {
 }
 
 TEST(DecayTableCsv, SampleDocumentsMatchTheirGoldenFiles) {
-    const MeasurementDocument five = loadSample("5");
-    const MeasurementDocument seven = loadSample("7");
+    const MeasurementDocument five = loadSampleDocument("5");
+    const MeasurementDocument seven = loadSampleDocument("7");
     const DecayTable groupsOfSeven = buildDecayTable(seven, true);
     const DecayTable groupsOfFive = buildDecayTable(five, true);
     expectMatchesGolden(testDataPath("decay/sample-layout-5.csv"),

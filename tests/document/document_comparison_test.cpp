@@ -5,20 +5,10 @@
 #include <string>
 
 #include "document/document_comparison.h"
-#include "document/document_file.h"
-#include "document/document_loader.h"
 #include "support/golden.h"
 
 namespace sonalyx::test {
 namespace {
-
-MeasurementDocument sampleDocument(int layout) {
-    const std::string path = samplesPath("sample-layout-" + std::to_string(layout) + ".csv");
-    MeasurementDocument doc;
-    const auto lines = readDocumentLines(path);
-    EXPECT_TRUE(lines && DocumentLoader::load(doc, *lines, path, nullptr)) << path;
-    return doc;
-}
 
 bool contains(const std::vector<std::string>& names, int count, const std::string& name) {
     return std::find(names.begin(), names.begin() + count, name) != names.begin() + count;
@@ -48,8 +38,8 @@ TEST(DocumentComparison, ChannelsGroupsAndBandsMatchByNameAcrossLayouts) {
          "in the reference: bands 40, 13k"},
     };
     for (const Row& row : rows) {
-        const auto doc = sampleDocument(row.layout);
-        const auto ref = sampleDocument(row.reference);
+        const auto doc = loadSampleDocument(std::to_string(row.layout));
+        const auto ref = loadSampleDocument(std::to_string(row.reference));
         const DocumentComparison comparison(doc, ref);
         const std::string name =
             std::to_string(row.layout) + " against " + std::to_string(row.reference);
@@ -75,8 +65,8 @@ TEST(DocumentComparison, ChannelsGroupsAndBandsMatchByNameAcrossLayouts) {
 }
 
 TEST(DocumentComparison, DifferencesAreTheDocumentMinusTheReferenceAtMatchedPoints) {
-    const auto doc = sampleDocument(7);
-    const auto ref = sampleDocument(5);
+    const auto doc = loadSampleDocument("7");
+    const auto ref = loadSampleDocument("5");
     const DocumentComparison comparison(doc, ref);
     const MeasurementDocument difference = comparison.Difference();
     int compared = 0;

@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "document/document_file.h"
+#include "document/document_loader.h"
 
 namespace sonalyx::test {
 
@@ -109,6 +110,13 @@ std::string fileBytes(const std::string& path) {
 std::vector<std::string> words(const std::string& text) {
     std::istringstream in(text);
     return {std::istream_iterator<std::string>(in), {}};
+}
+
+MeasurementDocument loadSampleDocument(const std::string& layout) {
+    const std::string path = samplesPath("sample-layout-" + layout + ".csv");
+    MeasurementDocument doc;
+    EXPECT_TRUE(DocumentLoader::load(doc, readLinesOrFail(path), path, nullptr)) << path;
+    return doc;
 }
 
 std::string testDataPath(const std::string& relative) {

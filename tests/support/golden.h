@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "document/measurement_document.h"
+
 namespace sonalyx::test {
 
 // A unified diff of two texts (empty when they are equal), for readable golden failures.
@@ -27,6 +29,9 @@ void expectSectionsMatchGolden(const std::string& goldenPath,
 // The whole file (empty when it cannot be read) and a text split at white space.
 std::string fileBytes(const std::string& path);
 std::vector<std::string> words(const std::string& text);
+
+// A shipped sample ("5", "7", "9", "10", "11") loaded under its own path.
+MeasurementDocument loadSampleDocument(const std::string& layout);
 
 std::string testDataPath(const std::string& relative);
 std::string samplesPath(const std::string& relative);

@@ -8,8 +8,8 @@
 #include <functional>
 
 #include "document/document_comparison.h"
-#include "document/document_loader.h"
 #include "support/document_window.h"
+#include "support/golden.h"
 #include "views/chart/chart_widget.h"
 #include "views/group_delay_view.h"
 #include "views/panel_button.h"
@@ -20,11 +20,8 @@
 namespace sonalyx::test {
 namespace {
 
-std::shared_ptr<const MeasurementDocument> reference(int layout) {
-    auto doc = std::make_shared<MeasurementDocument>();
-    EXPECT_TRUE(
-        DocumentLoader::load(*doc, sampleLines(std::to_string(layout)), "ref.csv", nullptr));
-    return doc;
+std::shared_ptr<const MeasurementDocument> reference(const std::string& layout) {
+    return std::make_shared<MeasurementDocument>(loadSampleDocument(layout));
 }
 
 class CompareViewTest : public ::testing::Test {};
@@ -53,7 +50,7 @@ TEST_F(CompareViewTest, ReferenceCurvesPairTheirSlotsInEveryView) {
     };
     for (const Row& row : rows) {
         DocumentWindow child("7");
-        child->SetReference(reference(5), QStringLiteral("five.csv"));
+        child->SetReference(reference("5"), QStringLiteral("five.csv"));
         row.setUp(*child);
         int paired = 0;
         for (auto* chart : child->TargetCharts()) {
@@ -89,7 +86,7 @@ TEST_F(CompareViewTest, ReferenceCurvesPairTheirSlotsInEveryView) {
 
 TEST_F(CompareViewTest, DifferenceIsCentredOnZeroAndZoomAndMoveActOnIt) {
     DocumentWindow child("7");
-    const auto ref = reference(5);
+    const auto ref = reference("5");
     child->SetReference(ref, QStringLiteral("five.csv"));
     const auto* note = child->Panel1()->PanelReference();
     EXPECT_TRUE(note->isVisibleTo(&child.window()));
@@ -171,7 +168,7 @@ TEST_F(CompareViewTest, Screenshots) {
         row.setUp(*child);
         QApplication::processEvents();
         const QImage plain = ViewExport(*child).Grab();
-        child->SetReference(reference(7), QStringLiteral("sample-layout-7.csv"));
+        child->SetReference(reference("7"), QStringLiteral("sample-layout-7.csv"));
         child->SetDifferenceMode(row.mode);
         QApplication::processEvents();
         const QString path = screenshotPath(QStringLiteral("compare-%1.png").arg(row.name));

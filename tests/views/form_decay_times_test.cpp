@@ -12,7 +12,6 @@
 #include <QTimer>
 
 #include "document/decay_table_csv.h"
-#include "document/document_loader.h"
 #include "support/document_window.h"
 #include "support/golden.h"
 #include "views/form_decay_times.h"
@@ -21,14 +20,6 @@ namespace sonalyx::test {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-MeasurementDocument sample(const char* layout) {
-    MeasurementDocument doc;
-    EXPECT_TRUE(DocumentLoader::load(doc, sampleLines(layout),
-                                     std::string("/samples/sample-layout-") + layout + ".csv",
-                                     nullptr));
-    return doc;
-}
 
 class FormDecayTimesTest : public ::testing::Test {
   protected:
@@ -60,7 +51,7 @@ void dump(const DecayTimesModel& model, Lines& lines) {
 TEST_F(FormDecayTimesTest, TablesMatchGolden) {
     std::vector<GoldenSection> sections;
     for (const char* layout : {"5", "7", "10"}) {
-        MeasurementDocument doc = sample(layout);
+        MeasurementDocument doc = loadSampleDocument(layout);
         doc.reverbValues[0][2][1].fill(3.0f);  // Right, 125 Hz before: flat
         TFormDecayTimes form(doc, 0, messenger_);
         for (const int rows : {0, 1}) {
@@ -75,8 +66,9 @@ TEST_F(FormDecayTimesTest, TablesMatchGolden) {
             }
         }
     }
-    TFormDecayTimes form(sample("7"), 1, messenger_);
-    form.Model().addColumnSet(QStringLiteral("Reference"), buildDecayTable(sample("5"), true));
+    TFormDecayTimes form(loadSampleDocument("7"), 1, messenger_);
+    form.Model().addColumnSet(QStringLiteral("Reference"),
+                              buildDecayTable(loadSampleDocument("5"), true));
     dump(form.Model(), sections.emplace_back("7 groups, 5 as reference", Lines{}).second);
     expectSectionsMatchGolden(testDataPath("views/decay_times.txt"), sections);
 
@@ -94,7 +86,7 @@ TEST_F(FormDecayTimesTest, TablesMatchGolden) {
 }
 
 TEST_F(FormDecayTimesTest, ExportWritesTheShownTableOrSaysWhyNot) {
-    const MeasurementDocument doc = sample("10");
+    const MeasurementDocument doc = loadSampleDocument("10");
     TFormDecayTimes form(doc, 1, messenger_);
     form.resize(1100, 420);
     form.show();

@@ -6,25 +6,18 @@
 #include <QTemporaryDir>
 
 #include "document/decay_table_csv.h"
-#include "document/document_loader.h"
 #include "support/document_window.h"
+#include "support/golden.h"
 #include "views/form_decay_times.h"
 #include "views/parameters_view.h"
 
 namespace sonalyx::test {
 namespace {
 
-MeasurementDocument loadSample(int layout) {
-    MeasurementDocument doc;
-    EXPECT_TRUE(
-        DocumentLoader::load(doc, sampleLines(std::to_string(layout)), "sample.csv", nullptr));
-    return doc;
-}
-
 // The calibrated room against the measured one: three settings changed (each first '0' made a
 // '5'), one of them in memory 1 only. The count follows the memory shown.
 TEST(ReferenceViewsTest, ParametersCountAndMarkTheChangedCellsOfTheMemoryShown) {
-    const MeasurementDocument before = loadSample(9);
+    const MeasurementDocument before = loadSampleDocument("9");
     MeasurementDocument after = before;
     for (auto& line : after.parameterLines) {
         if (line == "Crossover,,80Hz" || line == ",,-1.0dB/oct" ||
@@ -61,8 +54,8 @@ TEST(ReferenceViewsTest, ParametersCountAndMarkTheChangedCellsOfTheMemoryShown) 
 // A small layout against a larger one: the reference's columns follow the rows combo, the note
 // names what of the reference has no row here, and the CSV carries the table shown.
 TEST(ReferenceViewsTest, DecayTimesTakeTheReferencesColumnsIntoTheCsv) {
-    const MeasurementDocument five = loadSample(5);
-    const MeasurementDocument seven = loadSample(7);
+    const MeasurementDocument five = loadSampleDocument("5");
+    const MeasurementDocument seven = loadSampleDocument("7");
     RecordingMessenger messenger;
     TFormDecayTimes form(five, 0, messenger);
     form.SetReference(&seven, QStringLiteral("seven.csv"));

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "document/document_file.h"
-#include "document/document_loader.h"
 #include "support/golden.h"
 
 namespace sonalyx::test {
@@ -17,12 +15,7 @@ const QColor kBandColours[] = {{248, 0, 0},    {232, 72, 8},   {248, 160, 40},
                                {80, 144, 248}, {144, 88, 208}, {160, 16, 124}};
 
 const MeasurementDocument& sampleDocument() {
-    static const MeasurementDocument doc = [] {
-        MeasurementDocument d;
-        const auto lines = readDocumentLines(samplesPath("sample-layout-9.csv"));
-        EXPECT_TRUE(lines && DocumentLoader::load(d, *lines, "sample-layout-9.csv", nullptr));
-        return d;
-    }();
+    static const MeasurementDocument doc = loadSampleDocument("9");
     return doc;
 }
 
