@@ -1,7 +1,5 @@
 #include "views/chart/chart_samples.h"
 
-#include <gtest/gtest.h>
-
 #include "support/golden.h"
 
 namespace sonalyx::test {
