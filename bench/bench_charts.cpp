@@ -16,6 +16,7 @@
 
 #include "document/document_file.h"
 #include "document/document_loader.h"
+#include "silent_dialogs.h"
 #include "views/chart/chart_painter.h"
 #include "views/mdi_child.h"
 
@@ -144,17 +145,12 @@ void BM_FullRedraw(benchmark::State& state) {
 }
 BENCHMARK(BM_FullRedraw)->ArgName("reference")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
+using bench::NoChooser;
+using bench::NoMessages;
+
 // What one more open document window costs in resident memory: a nine-channel document on
 // its Reverb tab, shown and painted. The first window also pays for what every window shares
 // (fonts, style, caches), so a second one is the price of a window.
-class NoMessages : public Messenger {
-  public:
-    Answer show(const std::string&, const std::string&, MessageMode) override { return Answer::Ok; }
-};
-class NoChooser : public FileChooser {
-  public:
-    std::optional<std::string> chooseSaveFile(const std::string&) override { return {}; }
-};
 
 double residentMegabytes() {
     long pages = 0;

@@ -15,20 +15,15 @@
 #include "document/document_file.h"
 #include "print/page_printer.h"
 #include "print/print_pages.h"
+#include "silent_dialogs.h"
 #include "views/mdi_child.h"
 
 namespace {
 
 using namespace sonalyx;
 
-class NoMessages : public Messenger {
-  public:
-    Answer show(const std::string&, const std::string&, MessageMode) override { return Answer::Ok; }
-};
-class NoChooser : public FileChooser {
-  public:
-    std::optional<std::string> chooseSaveFile(const std::string&) override { return {}; }
-};
+using bench::NoChooser;
+using bench::NoMessages;
 
 NoMessages g_messenger;
 NoChooser g_chooser;
