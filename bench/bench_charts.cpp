@@ -151,7 +151,6 @@ using bench::NoMessages;
 // What one more open document window costs in resident memory: a nine-channel document on
 // its Reverb tab, shown and painted. The first window also pays for what every window shares
 // (fonts, style, caches), so a second one is the price of a window.
-
 double residentMegabytes() {
     long pages = 0;
     long resident = 0;
