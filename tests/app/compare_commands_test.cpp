@@ -3,7 +3,6 @@
 #include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QTimer>
 
 #include "app/form_compare.h"
 #include "main_form_fixture.h"
@@ -28,19 +27,17 @@ TEST_F(MainFormTest, CompareCommandsFollowTheActiveDocument) {
     EXPECT_FALSE(off->isEnabled() || difference->isEnabled());
 
     QStringList offered;
-    QTimer answer;
-    QObject::connect(&answer, &QTimer::timeout, [&] {
-        if (auto* chooser = qobject_cast<TFormCompare*>(QApplication::activeModalWidget())) {
-            for (int i = 0; i < chooser->ListDocuments()->count(); ++i) {
-                offered.append(chooser->ListDocuments()->item(i)->text());
-            }
-            chooser->ListDocuments()->setCurrentRow(0);
-            chooser->accept();
+    ModalAnswerer answers;
+    answers.inspect([&offered](QWidget& shown) {
+        auto* chooser = qobject_cast<TFormCompare*>(&shown);
+        ASSERT_NE(chooser, nullptr) << shown.windowTitle().toStdString();
+        QListWidget* list = chooser->ListDocuments();
+        for (int i = 0; i < list->count(); ++i) {
+            offered.append(list->item(i)->text());
         }
+        list->setCurrentRow(0);
     });
-    answer.start(5);
     with->trigger();
-    answer.stop();
     EXPECT_EQ(offered, (QStringList{QStringLiteral("five.csv"), QStringLiteral("Other file…")}));
     ASSERT_NE(seven->Reference(), nullptr);
     EXPECT_EQ(seven->ReferenceTitle(), QStringLiteral("five.csv"));

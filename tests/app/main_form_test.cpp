@@ -12,7 +12,6 @@
 #include <QPlainTextEdit>
 #include <QSet>
 #include <QStatusBar>
-#include <QTimer>
 #include <QToolBar>
 #include <algorithm>
 
@@ -358,18 +357,15 @@ TEST_F(MainFormTest, DecayTimesShowsTheActiveDocument) {
     EXPECT_TRUE(action->isEnabled());
     form.ActiveDocument()->SetPairMode(1);
 
-    QString title;
     int rows = -1;
-    QTimer answer;
-    QObject::connect(&answer, &QTimer::timeout, [&] {
-        if (auto* shown = qobject_cast<TFormDecayTimes*>(QApplication::activeModalWidget())) {
-            title = shown->windowTitle();
-            rows = shown->Model().rowCount();
-            shown->reject();
-        }
+    ModalAnswerer answers;
+    answers.inspect([&rows](QWidget& shown) {
+        auto* table = qobject_cast<TFormDecayTimes*>(&shown);
+        ASSERT_NE(table, nullptr) << shown.windowTitle().toStdString();
+        rows = table->Model().rowCount();
     });
-    answer.start(5);
     action->trigger();
+    const QString title = answers.otherWindows().value(0);
     EXPECT_EQ(title, QStringLiteral("Decay Times - seven.csv"));
     EXPECT_EQ(rows, 4);  // the groups of the seven-channel layout
 

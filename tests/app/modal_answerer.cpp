@@ -40,6 +40,11 @@ ModalAnswerer& ModalAnswerer::choose(const QString& path) {
     return *this;
 }
 
+ModalAnswerer& ModalAnswerer::inspect(std::function<void(QWidget&)> look) {
+    looks_.push_back(std::move(look));
+    return *this;
+}
+
 void ModalAnswerer::poll() {
     QWidget* modal = QApplication::activeModalWidget();
     if (modal == nullptr || !modal->isVisible()) {
@@ -82,6 +87,14 @@ void ModalAnswerer::poll() {
         return;
     }
     others_.append(modal->windowTitle());
+    if (!looks_.empty()) {
+        const auto look = std::move(looks_.front());
+        looks_.pop_front();
+        look(*modal);
+        if (!modal->isVisible()) {
+            return;
+        }
+    }
     if (auto* dialog = qobject_cast<QDialog*>(modal)) {
         dialog->accept();
     } else {

@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <QTimer>
 #include <deque>
+#include <functional>
 
 // Answers the modal windows the code under test opens, as a user would: message dialogs by
 // their buttons, file dialogs with a path (or cancel), any other modal window by closing it.
@@ -19,6 +20,9 @@ class ModalAnswerer : public QObject {
     ModalAnswerer& press(const QString& button);
     // Next file dialog: choose this path; an empty path cancels.
     ModalAnswerer& choose(const QString& path);
+    // Next other modal window: handed to look first (which may pick, accept or reject), then
+    // accepted if still open.
+    ModalAnswerer& inspect(std::function<void(QWidget&)> look);
 
     const QStringList& messages() const { return messages_; }
     const QStringList& otherWindows() const { return others_; }
@@ -33,6 +37,7 @@ class ModalAnswerer : public QObject {
         QString value;
     };
     std::deque<Reply> answers_;
+    std::deque<std::function<void(QWidget&)>> looks_;
     QStringList messages_;
     QStringList others_;
     int unexpected_ = 0;
