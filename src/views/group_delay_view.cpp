@@ -78,15 +78,10 @@ void GroupDelayView::RebuildCharts(const GroupDelaySelection& selection) {
     };
     chart::ChartModel& model = chart_->model();
     fill(values_ != nullptr ? *values_ : document_, model, swatches_);
-    model.referenceSeries.clear();
-    if (overlay_ != nullptr) {
-        chart::ChartModel scratch;
-        scratch.left = model.left;
-        scratch.view = model.view;
+    ReferenceOverlay::Attach(model, overlay_ != nullptr, [&](chart::ChartModel& scratch) {
         Swatches unused;
         fill(*overlay_, scratch, unused);
-        ReferenceOverlay::Attach(model, scratch);
-    }
+    });
     chart_->update();
 }
 

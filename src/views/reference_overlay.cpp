@@ -89,8 +89,16 @@ QString ReferenceOverlay::DelayTitle() const {
     return Differs() ? QStringLiteral("Difference[msec] ") : QStringLiteral("Group Delay[msec] ");
 }
 
-void ReferenceOverlay::Attach(chart::ChartModel& model, chart::ChartModel& scratch) {
+void ReferenceOverlay::Attach(chart::ChartModel& model, bool overlaid,
+                              const std::function<void(chart::ChartModel&)>& fillScratch) {
     model.referenceSeries.clear();
+    if (!overlaid) {
+        return;
+    }
+    chart::ChartModel scratch;
+    scratch.left = model.left;
+    scratch.view = model.view;
+    fillScratch(scratch);
     model.referenceSeries.reserve(scratch.series.size());
     for (std::size_t slot = 0; slot < scratch.series.size(); ++slot) {
         chart::Series& reference = scratch.series[slot];

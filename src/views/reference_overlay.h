@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -46,10 +47,12 @@ class ReferenceOverlay {
     // Bars rise from the axis minimum, a difference's from 0.
     double BarOrigin(double axisMinimum) const { return Differs() ? 0.0 : axisMinimum; }
 
-    // Hands the series a filler wrote into scratch to the model as its reference series. Bars
+    // Gives the model its reference series: fillScratch fills a chart with the model's axis and
+    // view from the reference, and those series join the model's; none when not overlaid. Bars
     // then stand in pairs, the document's to the left of the reference's, so neither hides
     // the other.
-    static void Attach(chart::ChartModel& model, chart::ChartModel& scratch);
+    static void Attach(chart::ChartModel& model, bool overlaid,
+                       const std::function<void(chart::ChartModel& scratch)>& fillScratch);
     static void SetBarOrigins(chart::ChartModel& model, double origin);
 
   private:

@@ -127,15 +127,10 @@ template <typename Fill>
 void ReverbView::FillWithOverlay(int chart, const Fill& fill) {
     chart::ChartModel& model = charts_[chart]->model();
     fill(ReverbFiller(Values(), selection_), model, swatches_, false);
-    model.referenceSeries.clear();
-    if (overlay_ != nullptr) {
-        chart::ChartModel scratch;
-        scratch.left = model.left;
-        scratch.view = model.view;
+    ReferenceOverlay::Attach(model, overlay_ != nullptr, [&](chart::ChartModel& scratch) {
         Swatches unused;
         fill(ReverbFiller(*overlay_, selection_), scratch, unused, true);
-        ReferenceOverlay::Attach(model, scratch);
-    }
+    });
 }
 
 void ReverbView::RebuildCharts(const ReverbSelection& selection, int comboIndex) {
