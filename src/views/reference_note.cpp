@@ -92,18 +92,17 @@ void ReferenceNote::ShowComparison(const QString& title, bool overlaid, const QS
     unmatched_->setText(unmatched);
     unmatched_->setVisible(reference && !unmatched.isEmpty());
     setVisible(reference || !difference.isEmpty());
-    QStringList parts;
-    if (reference) {
-        parts << (overlaid ? tr("Reference: %1 (dashed)").arg(title) : reference_->text());
-    }
-    if (!difference.isEmpty()) {
-        parts << difference;
-    }
-    summary_ = parts.join(QStringLiteral("   "));
 }
 
 QString ReferenceNote::Summary() const {
-    return summary_;
+    QStringList parts;
+    if (reference_->isVisibleTo(this)) {
+        parts << reference_->text() + (lineKey_->isVisibleTo(this) ? tr(" (dashed)") : QString());
+    }
+    if (difference_->isVisibleTo(this)) {
+        parts << difference_->text();
+    }
+    return parts.join(QStringLiteral("   "));
 }
 
 }  // namespace sonalyx

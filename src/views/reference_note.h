@@ -35,7 +35,6 @@ class ReferenceNote : public QGroupBox {
     QWidget* lineKey_ = nullptr;
     QLabel* difference_ = nullptr;
     QLabel* unmatched_ = nullptr;
-    QString summary_;
 };
 
 }  // namespace sonalyx
