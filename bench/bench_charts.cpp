@@ -18,7 +18,7 @@
 #include "document/document_loader.h"
 #include "silent_dialogs.h"
 #include "views/chart/chart_painter.h"
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
 namespace {
 

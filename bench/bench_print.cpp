@@ -16,7 +16,7 @@
 #include "print/page_printer.h"
 #include "print/print_pages.h"
 #include "silent_dialogs.h"
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
 namespace {
 

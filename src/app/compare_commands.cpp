@@ -9,7 +9,7 @@
 #include "app/main_form.h"
 #include "document/document_file.h"
 #include "document/document_loader.h"
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
 namespace sonalyx {
 

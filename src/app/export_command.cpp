@@ -11,10 +11,10 @@
 
 #include "document/messenger.h"
 #include "sheets/sheet_painter.h"
-#include "views/mdi_child.h"
-#include "views/parameters_view.h"
-#include "views/sheet_export.h"
-#include "views/view_export.h"
+#include "views/window/mdi_child.h"
+#include "views/parameters/parameters_view.h"
+#include "views/parameters/sheet_export.h"
+#include "views/window/view_export.h"
 
 namespace {
 

@@ -26,8 +26,8 @@
 #include "print/print_environment.h"
 #include "retrieval/date_stamp.h"
 #include "views/chart/chart_widget.h"
-#include "views/form_decay_times.h"
-#include "views/mdi_child.h"
+#include "views/decay/form_decay_times.h"
+#include "views/window/mdi_child.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "app/brand_art.h"
 #include "app/compare_commands.h"
 #include "app/tool_icons.h"
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
 // The frame's actions, menus, tool bar and status bar, and keeping their states current.
 

@@ -11,7 +11,7 @@
 #include <QTextEdit>
 #include <QTimer>
 
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
 // Arranging the document windows, the Edit menu's target and files dropped on the frame.
 

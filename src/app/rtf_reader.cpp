@@ -1,6 +1,6 @@
 #include "app/rtf_reader.h"
 
-#include "views/memo_codec.h"
+#include "views/window/memo_codec.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include "render_sheet.h"
 #include "stderr_messenger.h"
 #include "view_window.h"
-#include "views/mdi_child.h"
-#include "views/view_export.h"
+#include "views/window/mdi_child.h"
+#include "views/window/view_export.h"
 
 namespace sonalyx {
 

@@ -10,8 +10,8 @@
 
 #include "document/document_file.h"
 #include "document/document_loader.h"
-#include "views/mdi_child.h"
-#include "views/view_export.h"
+#include "views/window/mdi_child.h"
+#include "views/window/view_export.h"
 
 namespace sonalyx {
 

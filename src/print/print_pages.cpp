@@ -5,9 +5,9 @@
 #include <QTabWidget>
 #include <array>
 
-#include "views/mdi_child.h"
-#include "views/parameters_view.h"
-#include "views/view_controls.h"
+#include "views/window/mdi_child.h"
+#include "views/parameters/parameters_view.h"
+#include "views/window/view_controls.h"
 
 namespace sonalyx {
 

@@ -6,7 +6,7 @@
 
 #include "app/form_compare.h"
 #include "main_form_fixture.h"
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
 // Display > Compare With picks another open document in the chooser; the comparison outlives
 // the window it came from; Difference needs a reference, After minus Before does not, and

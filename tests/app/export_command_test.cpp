@@ -14,7 +14,7 @@
 #include "main_form_fixture.h"
 #include "support/golden.h"
 #include "support/recording_messenger.h"
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <QMimeData>
 #include <QUrl>
 
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
 void MainFormTest::SetUp() {
     ASSERT_TRUE(folder_.isValid());

@@ -20,8 +20,8 @@
 #include "support/document_window.h"
 #include "support/golden.h"
 #include "views/chart/chart_widget.h"
-#include "views/form_decay_times.h"
-#include "views/mdi_child.h"
+#include "views/decay/form_decay_times.h"
+#include "views/window/mdi_child.h"
 
 namespace {
 

@@ -17,7 +17,7 @@
 #include "main_form_fixture.h"
 #include "support/document_window.h"
 #include "support/emulated_receiver.h"
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
 namespace {
 

@@ -21,7 +21,7 @@
 #include "print/print_environment.h"
 #include "print/print_pages.h"
 #include "support/document_window.h"
-#include "views/parameters_view.h"
+#include "views/parameters/parameters_view.h"
 
 using sonalyx::test::DocumentWindow;
 using sonalyx::test::sampleLines;

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "support/recording_messenger.h"
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
 namespace sonalyx::test {
 

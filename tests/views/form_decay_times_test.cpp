@@ -14,7 +14,7 @@
 #include "document/decay_table_csv.h"
 #include "support/document_window.h"
 #include "support/golden.h"
-#include "views/form_decay_times.h"
+#include "views/decay/form_decay_times.h"
 
 namespace sonalyx::test {
 namespace {

@@ -10,8 +10,8 @@
 #include "support/document_window.h"
 #include "support/golden.h"
 #include "views/chart/chart_widget.h"
-#include "views/group_delay_filler.h"
-#include "views/group_delay_view.h"
+#include "views/group_delay/group_delay_filler.h"
+#include "views/group_delay/group_delay_view.h"
 
 namespace sonalyx::test {
 namespace {

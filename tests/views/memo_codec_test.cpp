@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <QStringList>
 
-#include "views/memo_codec.h"
+#include "views/window/memo_codec.h"
 
 namespace {
 

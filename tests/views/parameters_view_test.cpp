@@ -8,8 +8,8 @@
 #include <QTest>
 
 #include "support/document_window.h"
-#include "views/parameters_view.h"
-#include "views/sheet_scroll_box.h"
+#include "views/parameters/parameters_view.h"
+#include "views/parameters/sheet_scroll_box.h"
 
 namespace sonalyx::test {
 namespace {

@@ -8,8 +8,8 @@
 #include "document/decay_table_csv.h"
 #include "support/document_window.h"
 #include "support/golden.h"
-#include "views/form_decay_times.h"
-#include "views/parameters_view.h"
+#include "views/decay/form_decay_times.h"
+#include "views/parameters/parameters_view.h"
 
 namespace sonalyx::test {
 namespace {

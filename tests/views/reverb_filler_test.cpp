@@ -7,7 +7,7 @@
 #include "support/document_window.h"
 #include "support/golden.h"
 #include "views/chart/json_writer.h"
-#include "views/reverb_filler.h"
+#include "views/reverb/reverb_filler.h"
 
 namespace sonalyx::test {
 namespace {

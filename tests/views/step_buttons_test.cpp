@@ -5,8 +5,8 @@
 #include <QTimer>
 
 #include "support/document_window.h"
-#include "views/reverb_view.h"
-#include "views/step_button.h"
+#include "views/reverb/reverb_view.h"
+#include "views/window/step_button.h"
 
 namespace sonalyx::test {
 namespace {

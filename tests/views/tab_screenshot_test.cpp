@@ -12,9 +12,9 @@
 
 #include "support/document_window.h"
 #include "views/chart/chart_widget.h"
-#include "views/group_delay_view.h"
-#include "views/reverb_view.h"
-#include "views/view_export.h"
+#include "views/group_delay/group_delay_view.h"
+#include "views/reverb/reverb_view.h"
+#include "views/window/view_export.h"
 
 namespace sonalyx::test {
 namespace {

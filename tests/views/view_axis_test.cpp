@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "views/view_axis.h"
+#include "views/window/view_axis.h"
 
 namespace sonalyx {
 namespace {

@@ -1,4 +1,4 @@
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
 #include <QButtonGroup>
 #include <QCloseEvent>
@@ -24,12 +24,12 @@
 #include "document/document_loader.h"
 #include "document/speaker_layout.h"
 #include "views/chart/chart_widget.h"
-#include "views/group_delay_view.h"
-#include "views/memo_codec.h"
-#include "views/panel_button.h"
-#include "views/parameters_view.h"
-#include "views/reverb_view.h"
-#include "views/step_button.h"
+#include "views/group_delay/group_delay_view.h"
+#include "views/window/memo_codec.h"
+#include "views/window/panel_button.h"
+#include "views/parameters/parameters_view.h"
+#include "views/reverb/reverb_view.h"
+#include "views/window/step_button.h"
 
 using sonalyx::MemoCodec;
 using sonalyx::Step;

@@ -1,4 +1,4 @@
-#include "views/view_controls.h"
+#include "views/window/view_controls.h"
 
 #include <QButtonGroup>
 #include <QComboBox>
@@ -13,10 +13,10 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "views/panel_button.h"
-#include "views/reference_note.h"
-#include "views/step_button.h"
-#include "views/view_axis.h"
+#include "views/window/panel_button.h"
+#include "views/compare/reference_note.h"
+#include "views/window/step_button.h"
+#include "views/window/view_axis.h"
 
 namespace sonalyx {
 

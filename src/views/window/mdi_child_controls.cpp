@@ -13,13 +13,13 @@
 #include <QWheelEvent>
 
 #include "views/chart/chart_widget.h"
-#include "views/mdi_child.h"
+#include "views/window/mdi_child.h"
 
-#include "views/panel_button.h"
-#include "views/parameters_view.h"
-#include "views/reverb_view.h"
-#include "views/sheet_scroll_box.h"
-#include "views/step_button.h"
+#include "views/window/panel_button.h"
+#include "views/parameters/parameters_view.h"
+#include "views/reverb/reverb_view.h"
+#include "views/parameters/sheet_scroll_box.h"
+#include "views/window/step_button.h"
 
 using sonalyx::Step;
 using sonalyx::Track;

@@ -1,4 +1,4 @@
-#include "views/parameters_view.h"
+#include "views/parameters/parameters_view.h"
 
 #include <QHBoxLayout>
 #include <QHelpEvent>
@@ -11,8 +11,8 @@
 #include <algorithm>
 
 #include "sheets/sheet_painter.h"
-#include "views/memo_codec.h"
-#include "views/sheet_scroll_box.h"
+#include "views/window/memo_codec.h"
+#include "views/parameters/sheet_scroll_box.h"
 
 using sonalyx::ParameterSheet;
 using sonalyx::SheetColours;

@@ -1,4 +1,4 @@
-#include "views/form_decay_times.h"
+#include "views/decay/form_decay_times.h"
 
 #include <QClipboard>
 #include <QComboBox>
@@ -18,8 +18,8 @@
 #include <algorithm>
 
 #include "document/decay_table_csv.h"
-#include "views/decay_header_view.h"
-#include "views/memo_codec.h"
+#include "views/decay/decay_header_view.h"
+#include "views/window/memo_codec.h"
 
 TFormDecayTimes::TFormDecayTimes(const sonalyx::MeasurementDocument& document, int pairMode,
                                  sonalyx::Messenger& messenger, QWidget* parent)

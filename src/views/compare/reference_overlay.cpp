@@ -1,4 +1,4 @@
-#include "views/reference_overlay.h"
+#include "views/compare/reference_overlay.h"
 
 #include <utility>
 

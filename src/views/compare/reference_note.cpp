@@ -1,4 +1,4 @@
-#include "views/reference_note.h"
+#include "views/compare/reference_note.h"
 
 #include <QGridLayout>
 #include <QLabel>

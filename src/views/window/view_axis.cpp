@@ -1,10 +1,10 @@
-#include "views/view_axis.h"
+#include "views/window/view_axis.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-#include "views/reverb_filler.h"
+#include "views/reverb/reverb_filler.h"
 
 namespace sonalyx {
 

@@ -1,9 +1,9 @@
-#include "views/decay_header_view.h"
+#include "views/decay/decay_header_view.h"
 
 #include <QPainter>
 #include <QStyleOptionHeader>
 
-#include "views/decay_times_model.h"
+#include "views/decay/decay_times_model.h"
 
 namespace sonalyx {
 

@@ -1,4 +1,4 @@
-#include "views/reverb_view.h"
+#include "views/reverb/reverb_view.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -10,8 +10,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "views/memo_codec.h"
-#include "views/reference_overlay.h"
+#include "views/window/memo_codec.h"
+#include "views/compare/reference_overlay.h"
 
 namespace sonalyx {
 

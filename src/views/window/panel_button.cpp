@@ -1,4 +1,4 @@
-#include "views/panel_button.h"
+#include "views/window/panel_button.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

@@ -1,4 +1,4 @@
-#include "views/sheet_export.h"
+#include "views/parameters/sheet_export.h"
 
 #include <QBuffer>
 #include <QFileInfo>

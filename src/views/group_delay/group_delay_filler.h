@@ -6,7 +6,7 @@
 
 #include "document/measurement_document.h"
 #include "views/chart/chart_model.h"
-#include "views/reverb_filler.h"
+#include "views/reverb/reverb_filler.h"
 
 namespace sonalyx {
 

@@ -5,7 +5,7 @@
 
 #include "document/measurement_document.h"
 #include "views/chart/chart_widget.h"
-#include "views/reverb_filler.h"
+#include "views/reverb/reverb_filler.h"
 
 class QLabel;
 class QPlainTextEdit;

@@ -4,7 +4,7 @@
 
 #include "document/measurement_document.h"
 #include "views/chart/chart_widget.h"
-#include "views/group_delay_filler.h"
+#include "views/group_delay/group_delay_filler.h"
 
 class QTableWidget;
 

@@ -1,4 +1,4 @@
-#include "views/step_button.h"
+#include "views/window/step_button.h"
 
 #include <QMouseEvent>
 

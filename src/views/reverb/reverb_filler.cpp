@@ -1,11 +1,11 @@
-#include "views/reverb_filler.h"
+#include "views/reverb/reverb_filler.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
 #include "document/speaker_layout.h"
-#include "views/memo_codec.h"
+#include "views/window/memo_codec.h"
 
 namespace sonalyx {
 

@@ -1,11 +1,11 @@
-#include "views/decay_times_model.h"
+#include "views/decay/decay_times_model.h"
 
 #include <QBrush>
 #include <QColor>
 #include <QFont>
 
 #include "document/text_format.h"
-#include "views/memo_codec.h"
+#include "views/window/memo_codec.h"
 
 namespace sonalyx {
 

@@ -1,4 +1,4 @@
-#include "views/memo_codec.h"
+#include "views/window/memo_codec.h"
 
 #include <QStringDecoder>
 #include <QStringList>

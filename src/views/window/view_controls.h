@@ -3,7 +3,7 @@
 #include <QFrame>
 #include <array>
 
-#include "views/reverb_filler.h"
+#include "views/reverb/reverb_filler.h"
 
 class QComboBox;
 class QLabel;

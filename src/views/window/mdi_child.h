@@ -10,10 +10,10 @@
 #include "document/document_saver.h"
 #include "document/measurement_document.h"
 #include "document/messenger.h"
-#include "views/group_delay_filler.h"
-#include "views/reference_overlay.h"
-#include "views/view_axis.h"
-#include "views/view_controls.h"
+#include "views/group_delay/group_delay_filler.h"
+#include "views/compare/reference_overlay.h"
+#include "views/window/view_axis.h"
+#include "views/window/view_controls.h"
 
 class QAbstractScrollArea;
 class ParametersView;

@@ -1,4 +1,4 @@
-#include "views/group_delay_view.h"
+#include "views/group_delay/group_delay_view.h"
 
 #include <QHeaderView>
 #include <QResizeEvent>
@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "views/reference_overlay.h"
-#include "views/view_axis.h"
+#include "views/compare/reference_overlay.h"
+#include "views/window/view_axis.h"
 
 namespace sonalyx {
 

@@ -1,4 +1,4 @@
-#include "views/sheet_scroll_box.h"
+#include "views/parameters/sheet_scroll_box.h"
 
 #include <QResizeEvent>
 #include <QScrollBar>

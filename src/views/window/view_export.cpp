@@ -1,4 +1,4 @@
-#include "views/view_export.h"
+#include "views/window/view_export.h"
 
 #include <QComboBox>
 #include <QFileInfo>
@@ -17,11 +17,11 @@
 #include "views/chart/chart_json.h"
 #include "views/chart/chart_widget.h"
 #include "views/chart/json_writer.h"
-#include "views/decay_times_json.h"
-#include "views/group_delay_view.h"
-#include "views/mdi_child.h"
-#include "views/reference_note.h"
-#include "views/reverb_view.h"
+#include "views/decay/decay_times_json.h"
+#include "views/group_delay/group_delay_view.h"
+#include "views/window/mdi_child.h"
+#include "views/compare/reference_note.h"
+#include "views/reverb/reverb_view.h"
 
 namespace sonalyx {
 

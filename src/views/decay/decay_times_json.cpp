@@ -1,7 +1,7 @@
-#include "views/decay_times_json.h"
+#include "views/decay/decay_times_json.h"
 
 #include "views/chart/json_writer.h"
-#include "views/memo_codec.h"
+#include "views/window/memo_codec.h"
 
 namespace sonalyx {
 

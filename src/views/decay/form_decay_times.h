@@ -5,7 +5,7 @@
 
 #include "document/decay_table.h"
 #include "document/messenger.h"
-#include "views/decay_times_model.h"
+#include "views/decay/decay_times_model.h"
 
 class QComboBox;
 class QLabel;

@@ -1,10 +1,10 @@
-#include "views/group_delay_filler.h"
+#include "views/group_delay/group_delay_filler.h"
 
 #include <algorithm>
 #include <array>
 
 #include "document/speaker_layout.h"
-#include "views/view_axis.h"
+#include "views/window/view_axis.h"
 
 namespace sonalyx {
 
