@@ -11,9 +11,9 @@
 
 #include "document/messenger.h"
 #include "sheets/sheet_painter.h"
-#include "views/window/mdi_child.h"
 #include "views/parameters/parameters_view.h"
 #include "views/parameters/sheet_export.h"
+#include "views/window/mdi_child.h"
 #include "views/window/view_export.h"
 
 namespace {

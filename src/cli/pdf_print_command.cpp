@@ -13,8 +13,8 @@
 #include "render_options.h"
 #include "stderr_messenger.h"
 #include "view_window.h"
-#include "views/window/mdi_child.h"
 #include "views/parameters/parameters_view.h"
+#include "views/window/mdi_child.h"
 
 namespace sonalyx {
 

@@ -9,8 +9,8 @@
 #include "document/document_loader.h"
 #include "sheets/parameter_sheet.h"
 #include "stderr_messenger.h"
-#include "views/window/memo_codec.h"
 #include "views/parameters/sheet_export.h"
+#include "views/window/memo_codec.h"
 
 namespace sonalyx {
 

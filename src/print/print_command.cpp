@@ -10,8 +10,8 @@
 #include "print/form_print_multi.h"
 #include "print/print_environment.h"
 #include "print/print_pages.h"
-#include "views/window/mdi_child.h"
 #include "views/parameters/parameters_view.h"
+#include "views/window/mdi_child.h"
 
 namespace sonalyx {
 

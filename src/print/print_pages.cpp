@@ -5,8 +5,8 @@
 #include <QTabWidget>
 #include <array>
 
-#include "views/window/mdi_child.h"
 #include "views/parameters/parameters_view.h"
+#include "views/window/mdi_child.h"
 #include "views/window/view_controls.h"
 
 namespace sonalyx {

@@ -11,10 +11,10 @@
 #include "support/document_window.h"
 #include "support/golden.h"
 #include "views/chart/chart_widget.h"
-#include "views/group_delay/group_delay_view.h"
-#include "views/window/panel_button.h"
 #include "views/compare/reference_note.h"
+#include "views/group_delay/group_delay_view.h"
 #include "views/reverb/reverb_view.h"
+#include "views/window/panel_button.h"
 #include "views/window/view_export.h"
 
 namespace sonalyx::test {

@@ -15,8 +15,8 @@
 #include "document/document_loader.h"
 #include "support/document_window.h"
 #include "views/chart/chart_widget.h"
-#include "views/window/panel_button.h"
 #include "views/reverb/reverb_view.h"
+#include "views/window/panel_button.h"
 
 namespace sonalyx::test {
 namespace {

@@ -11,8 +11,8 @@
 #include <algorithm>
 
 #include "sheets/sheet_painter.h"
-#include "views/window/memo_codec.h"
 #include "views/parameters/sheet_scroll_box.h"
+#include "views/window/memo_codec.h"
 
 using sonalyx::ParameterSheet;
 using sonalyx::SheetColours;

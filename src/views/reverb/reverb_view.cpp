@@ -10,8 +10,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "views/window/memo_codec.h"
 #include "views/compare/reference_overlay.h"
+#include "views/window/memo_codec.h"
 
 namespace sonalyx {
 

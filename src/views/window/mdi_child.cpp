@@ -25,10 +25,10 @@
 #include "document/speaker_layout.h"
 #include "views/chart/chart_widget.h"
 #include "views/group_delay/group_delay_view.h"
-#include "views/window/memo_codec.h"
-#include "views/window/panel_button.h"
 #include "views/parameters/parameters_view.h"
 #include "views/reverb/reverb_view.h"
+#include "views/window/memo_codec.h"
+#include "views/window/panel_button.h"
 #include "views/window/step_button.h"
 
 using sonalyx::MemoCodec;

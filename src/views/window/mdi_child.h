@@ -10,8 +10,8 @@
 #include "document/document_saver.h"
 #include "document/measurement_document.h"
 #include "document/messenger.h"
-#include "views/group_delay/group_delay_filler.h"
 #include "views/compare/reference_overlay.h"
+#include "views/group_delay/group_delay_filler.h"
 #include "views/window/view_axis.h"
 #include "views/window/view_controls.h"
 

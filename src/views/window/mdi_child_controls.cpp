@@ -15,10 +15,10 @@
 #include "views/chart/chart_widget.h"
 #include "views/window/mdi_child.h"
 
-#include "views/window/panel_button.h"
 #include "views/parameters/parameters_view.h"
-#include "views/reverb/reverb_view.h"
 #include "views/parameters/sheet_scroll_box.h"
+#include "views/reverb/reverb_view.h"
+#include "views/window/panel_button.h"
 #include "views/window/step_button.h"
 
 using sonalyx::Step;

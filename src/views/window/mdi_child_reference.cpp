@@ -5,12 +5,12 @@
 #include <utility>
 
 #include "views/chart/chart_widget.h"
+#include "views/compare/reference_note.h"
 #include "views/group_delay/group_delay_view.h"
+#include "views/parameters/parameters_view.h"
+#include "views/reverb/reverb_view.h"
 #include "views/window/mdi_child.h"
 #include "views/window/panel_button.h"
-#include "views/parameters/parameters_view.h"
-#include "views/compare/reference_note.h"
-#include "views/reverb/reverb_view.h"
 
 void TMDIChild::SetReference(std::shared_ptr<const sonalyx::MeasurementDocument> reference,
                              const QString& title) {

@@ -13,8 +13,8 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "views/window/panel_button.h"
 #include "views/compare/reference_note.h"
+#include "views/window/panel_button.h"
 #include "views/window/step_button.h"
 #include "views/window/view_axis.h"
 

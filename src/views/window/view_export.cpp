@@ -17,11 +17,11 @@
 #include "views/chart/chart_json.h"
 #include "views/chart/chart_widget.h"
 #include "views/chart/json_writer.h"
+#include "views/compare/reference_note.h"
 #include "views/decay/decay_times_json.h"
 #include "views/group_delay/group_delay_view.h"
-#include "views/window/mdi_child.h"
-#include "views/compare/reference_note.h"
 #include "views/reverb/reverb_view.h"
+#include "views/window/mdi_child.h"
 
 namespace sonalyx {
 
