@@ -1,6 +1,7 @@
 // Feeds arbitrary bytes to the parameter sheet: as a document when they load as one, otherwise
 // as the parameters section itself. Every sheet and page must build, and parsing twice must
-// leave the section as the first parse left it.
+// leave the section and its grid as the first parse left them: a document shows and saves the
+// same at every open.
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -60,7 +61,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<std::string> again = lines;
     ParameterSheet second(metrics);
     second.Parse(again);
-    if (again != lines)
+    if (again != lines || second.Grid().rows != sheet.Grid().rows ||
+        second.Grid().longestDistanceText != sheet.Grid().longestDistanceText)
         __builtin_trap();
     for (int memory : {0, 1, ParameterSheet::kMemoryCount})
         checkPicture(sheet.BuildScreen(memory));

@@ -97,8 +97,13 @@ bool convertDistanceCell(const std::string& field, std::string& out) {
         return true;
     }
     if (endsWith(text, "\"") && text.find('\'') != std::string::npos) {
-        out = normalisedFeetAndInches(text);
-        return out != field;
+        // A text that the blank would push past the characters read is left alone: read back,
+        // it would be cut and rewritten again at every open and save.
+        std::string normalised = normalisedFeetAndInches(text);
+        if (normalised.size() > kDistanceFieldLength || normalised == field)
+            return false;
+        out = std::move(normalised);
+        return true;
     }
     return false;
 }

@@ -14,7 +14,8 @@ std::string converted(const std::string& field) {
     return convertDistanceCell(field, out) ? out : field;
 }
 
-// Units become display text; what is already converted, or has no apostrophe, is left alone.
+// Units become display text; what is already converted, has no apostrophe, or would grow past
+// the 30 characters read, is left alone; display text stays as it is.
 // Centimetres round in two passes: 0.95 is raised in the first, 0.5 in the second, and
 // anything between -1 and 0 gives 0.
 TEST(DistanceCells, UnitsBecomeDisplayTextWithTwoPassRounding) {
@@ -35,9 +36,12 @@ TEST(DistanceCells, UnitsBecomeDisplayTextWithTwoPassRounding) {
         {"-1.5cm", "-0.02m"},
         {"199.5cm", "2.00m"},
         {"11.6inch", "1' 00\""},
+        {"12'04-1/2 behind the sofa   \"\"", "12'04-1/2 behind the sofa   \"\""},
     };
-    for (const auto& [field, shown] : rows)
+    for (const auto& [field, shown] : rows) {
         EXPECT_EQ(converted(field), shown) << field;
+        EXPECT_EQ(converted(shown), shown) << "rewritten again: " << shown;
+    }
 }
 
 TEST(ParameterRows, DistanceBlockIsConvertedAndWrittenBack) {
