@@ -1,12 +1,12 @@
 # Shared by fuzz-smoke.sh and fuzz-long.sh: the clang build of the libFuzzer targets and the
 # seed corpus of each. Sourced from the repository root.
 
-# Builds every target under build-fuzz/ (core only, ASan and UBSan).
+# Builds every target under build-fuzz/ (core only, ASan and UBSan), and nothing else.
 build_fuzz_targets() {
   cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DCMAKE_CXX_COMPILER=clang++ -DSONALYX_CORE_ONLY=ON -DSONALYX_FUZZ=ON \
     -DSONALYX_TESTS=OFF -DSONALYX_BENCH=OFF >/dev/null
-  cmake --build build-fuzz -j"${SONALYX_JOBS:-2}"
+  cmake --build build-fuzz -j"${SONALYX_JOBS:-2}" --target sonalyx_fuzz
 }
 
 # Copies a target's seeds into its corpus folder: the sample documents for the document
