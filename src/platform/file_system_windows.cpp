@@ -40,9 +40,23 @@ bool isDeviceName(const fs::path& path) {
     return numbered && stem[3] >= L'1' && stem[3] <= L'9';
 }
 
-bool mayBePassing(DWORD error) {
-    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
-           error == ERROR_ACCESS_DENIED || error == ERROR_UNABLE_TO_REMOVE_REPLACED;
+// Whether the file may go: not while another program holds it open without leave to delete
+// it. Asked before ReplaceFileW, which can leave a copy of its own behind when it fails there.
+bool mayBeReplaced(const fs::path& target) {
+    for (int attempt = 1;; ++attempt) {
+        const HANDLE handle = CreateFileW(
+            target.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+            OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+        if (handle != INVALID_HANDLE_VALUE) {
+            CloseHandle(handle);
+            return true;
+        }
+        const DWORD error = GetLastError();
+        const bool mayPass = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
+        if (!mayPass || attempt == kReplaceAttempts)
+            return false;
+        Sleep(kPauseBetweenAttemptsMs);
+    }
 }
 
 bool moveOver(const fs::path& replacement, const fs::path& target) {
@@ -99,22 +113,22 @@ std::optional<fs::path> followLinks(const fs::path& path) {
 
 bool replaceFile(const fs::path& replacement, const fs::path& target) {
     const DWORD attributes = GetFileAttributesW(target.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return moveOver(replacement, target);  // nothing to replace yet
+    if (attributes & FILE_ATTRIBUTE_READONLY)
         return false;  // the user protected it; Windows programs leave such a file alone
-    for (int attempt = 1;; ++attempt) {
-        // ReplaceFileW keeps the old file's attributes, security and creation time.
-        if (ReplaceFileW(target.c_str(), replacement.c_str(), nullptr,
-                         REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS, nullptr,
-                         nullptr))
-            return true;
-        const DWORD error = GetLastError();
-        // Nothing to replace yet, or the old file is already gone and only the move is left.
-        if (error == ERROR_FILE_NOT_FOUND || error == ERROR_UNABLE_TO_MOVE_REPLACEMENT)
-            return moveOver(replacement, target);
-        if (!mayBePassing(error) || attempt == kReplaceAttempts)
-            return false;
-        Sleep(kPauseBetweenAttemptsMs);
-    }
+    if (!mayBeReplaced(target))
+        return false;
+    // ReplaceFileW keeps the old file's attributes, security and creation time.
+    if (ReplaceFileW(target.c_str(), replacement.c_str(), nullptr,
+                     REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS, nullptr,
+                     nullptr))
+        return true;
+    // Gone meanwhile, or already moved aside by ReplaceFileW with only the move left to do.
+    const DWORD error = GetLastError();
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_UNABLE_TO_MOVE_REPLACEMENT)
+        return moveOver(replacement, target);
+    return false;
 }
 
 }  // namespace sonalyx::platform
