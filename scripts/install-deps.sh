@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, when they are missing.
-# Sourced or run by run.sh and test.sh; safe to run again.
+# Sourced or run by run.sh and test.sh; safe to run again. With package names as arguments it
+# installs just those (scripts/windows-core-check.sh asks for its cross compilers and Wine).
 set -euo pipefail
 
 packages=(
@@ -11,6 +12,9 @@ packages=(
   clang libclang-rt-14-dev
   locales
 )
+if [ $# -gt 0 ]; then
+  packages=("$@")
+fi
 
 missing=()
 for p in "${packages[@]}"; do
@@ -33,6 +37,8 @@ if [ ${#missing[@]} -gt 0 ]; then
     exit 1
   fi
 fi
+
+[ $# -gt 0 ] && exit 0
 
 # The number-format tests run under a German locale as well; generate it once when we may.
 if ! locale -a 2>/dev/null | grep -qi '^de_DE\.utf-\?8$'; then

@@ -9,6 +9,7 @@
 #include "app/main_form.h"
 #include "document/document_file.h"
 #include "document/document_loader.h"
+#include "platform/path_text.h"
 #include "views/window/mdi_child.h"
 
 namespace sonalyx {
@@ -104,7 +105,7 @@ void CompareCommands::CompareWithExecute() {
 }
 
 bool CompareCommands::CompareWithFile(TMDIChild& child, const QString& path) {
-    const auto lines = readDocumentLines(path.toStdString());
+    const auto lines = readDocumentLines(platform::pathFromUtf8(path.toStdString()));
     if (!lines) {
         messenger_.show("Can't read the file. Please close, if it's opened.", path.toStdString(),
                         MessageMode::Ok);

@@ -22,6 +22,7 @@
 #include "document/document_file.h"
 #include "link/form_port.h"
 #include "link/port_list.h"
+#include "platform/path_text.h"
 #include "print/print_command.h"
 #include "print/print_environment.h"
 #include "retrieval/date_stamp.h"
@@ -172,7 +173,7 @@ void TMainForm::DiscardDocumentWindow(TMDIChild* child) {
 
 bool TMainForm::OpenDocumentFile(const QString& path) {
     TMDIChild* child = CreateDocumentWindow(path);
-    auto lines = sonalyx::readDocumentLines(path.toStdString());
+    auto lines = sonalyx::readDocumentLines(sonalyx::platform::pathFromUtf8(path.toStdString()));
     if (!lines) {
         DiscardDocumentWindow(child);
         ShowMessage(tr("Can't read the file. Please close, if it's opened."), path, 0);

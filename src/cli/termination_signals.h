@@ -1,30 +1,22 @@
 #pragma once
 
-#include <csignal>
+#include <QObject>
 #include <functional>
-#include <memory>
 
-class QSocketNotifier;
+#include "platform/stop_requests.h"
 
 namespace sonalyx {
 
-// Turns SIGINT and SIGTERM into a call from the event loop while the object lives. The
-// handler itself only writes a byte to a pipe, which is all a signal handler may safely do.
+// Turns Ctrl+C and the system's request to end (SIGINT and SIGTERM, or their Windows console
+// events) into a call from the event loop while the object lives.
 class TerminationSignals {
   public:
     explicit TerminationSignals(std::function<void()> onSignal);
-    ~TerminationSignals();
-    TerminationSignals(const TerminationSignals&) = delete;
-    TerminationSignals& operator=(const TerminationSignals&) = delete;
 
   private:
-    static void handle(int signal);
-    void drain();
-
-    std::function<void()> onSignal_;
-    std::unique_ptr<QSocketNotifier> notifier_;
-    struct sigaction previousInterrupt_ {};
-    struct sigaction previousTerminate_ {};
+    // Declared first, so that the watch ends before the calls it posts lose their receiver.
+    QObject receiver_;
+    platform::StopRequests watch_;
 };
 
 }  // namespace sonalyx

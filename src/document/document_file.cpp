@@ -1,5 +1,6 @@
 #include "document_file.h"
 
+#include "platform/file_system.h"
 #include "save_target.h"
 
 #include <filesystem>
@@ -41,7 +42,7 @@ std::string joinLines(const std::vector<std::string>& lines) {
     return text;
 }
 
-std::optional<std::vector<std::string>> readDocumentLines(const std::string& path) {
+std::optional<std::vector<std::string>> readDocumentLines(const fs::path& path) {
     std::error_code ec;
     if (!fs::is_regular_file(path, ec))
         return std::nullopt;
@@ -63,7 +64,11 @@ namespace {
 fs::path temporaryPathBeside(const fs::path& target) {
     std::random_device rd;
     const auto tag = std::to_string(rd() % 1000000);
-    return target.parent_path() / ("." + target.filename().string() + ".saving-" + tag);
+    // Joined as paths: on Windows the name is UTF-16 and must not pass through a narrow string.
+    fs::path name = ".";
+    name += target.filename();
+    name += ".saving-" + tag;
+    return target.parent_path() / name;
 }
 
 bool writeText(const fs::path& path, const std::string& text) {
@@ -79,16 +84,7 @@ bool writeText(const fs::path& path, const std::string& text) {
 bool replaceAtomically(const fs::path& target, const std::string& text) {
     std::error_code ec;
     const fs::path temp = temporaryPathBeside(target);
-    if (!writeText(temp, text)) {
-        fs::remove(temp, ec);
-        return false;
-    }
-    // Keep the permissions of the file being replaced.
-    const auto status = fs::status(target, ec);
-    if (!ec && fs::exists(status))
-        fs::permissions(temp, status.permissions(), ec);
-    fs::rename(temp, target, ec);
-    if (ec) {
+    if (!writeText(temp, text) || !platform::replaceFile(temp, target)) {
         fs::remove(temp, ec);
         return false;
     }
@@ -97,7 +93,7 @@ bool replaceAtomically(const fs::path& target, const std::string& text) {
 
 }  // namespace
 
-bool writeDocumentLinesAtomically(const std::string& path, const std::vector<std::string>& lines) {
+bool writeDocumentLinesAtomically(const fs::path& path, const std::vector<std::string>& lines) {
     const SaveTarget target = SaveTarget::resolve(path);
     switch (target.kind()) {
         case SaveTarget::Kind::File:

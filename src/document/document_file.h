@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,12 +15,13 @@ std::vector<std::string> splitLines(std::string_view text);
 std::string joinLines(const std::vector<std::string>& lines);
 
 // Reads a file as lines; nullopt when it cannot be read.
-std::optional<std::vector<std::string>> readDocumentLines(const std::string& path);
+std::optional<std::vector<std::string>> readDocumentLines(const std::filesystem::path& path);
 
 // Writes lines (CR LF) so that the file is either wholly replaced or left as it was: the text
 // goes to a temporary file beside it which is then renamed over the target. A symbolic link is
 // followed and kept; a pipe or device is written directly. False when nothing could be written
 // whole, a directory included.
-bool writeDocumentLinesAtomically(const std::string& path, const std::vector<std::string>& lines);
+bool writeDocumentLinesAtomically(const std::filesystem::path& path,
+                                  const std::vector<std::string>& lines);
 
 }  // namespace sonalyx

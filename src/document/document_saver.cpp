@@ -4,6 +4,7 @@
 
 #include "document_file.h"
 #include "document_writer.h"
+#include "platform/path_text.h"
 
 namespace sonalyx {
 
@@ -19,7 +20,7 @@ std::string fileNameWithoutFolder(const std::string& path) {
 bool DocumentSaver::save(MeasurementDocument& doc) {
     std::vector<std::string> lines;
     DocumentWriter::write(doc, lines);
-    if (!writeDocumentLinesAtomically(doc.fileName, lines)) {
+    if (!writeDocumentLinesAtomically(platform::pathFromUtf8(doc.fileName), lines)) {
         messenger_.show(kCantWrite, doc.fileName, MessageMode::Ok);
         return false;
     }
@@ -33,7 +34,7 @@ DocumentSaver::SaveAsResult DocumentSaver::trySaveAs(MeasurementDocument& doc) {
         if (!chosen || chosen->empty())
             return SaveAsResult::Cancelled;
         std::error_code ec;
-        if (std::filesystem::exists(*chosen, ec)) {
+        if (std::filesystem::exists(platform::pathFromUtf8(*chosen), ec)) {
             const Answer answer = messenger_.show("Overwrite , OK ?", "", MessageMode::YesNoCancel);
             if (answer == Answer::No)
                 continue;

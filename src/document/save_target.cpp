@@ -1,47 +1,28 @@
 #include "save_target.h"
 
-#include <system_error>
+#include "platform/file_system.h"
 
 namespace sonalyx {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-// The same bound the kernel puts on nested links before it gives up with ELOOP.
-constexpr int kMostLinksFollowed = 40;
-
-}  // namespace
-
-SaveTarget SaveTarget::resolve(const std::string& path) {
-    const fs::path given(path);
-    std::error_code ec;
-    const fs::file_status followed = fs::status(given, ec);
-    if (ec && followed.type() != fs::file_type::not_found)
-        return {Kind::Refused, given};
-    switch (followed.type()) {
-        case fs::file_type::directory:
+SaveTarget SaveTarget::resolve(const fs::path& given) {
+    switch (platform::nodeKind(given)) {
+        case platform::NodeKind::Unknown:
+        case platform::NodeKind::Directory:
             return {Kind::Refused, given};
-        case fs::file_type::regular:
-        case fs::file_type::not_found:
-            break;
-        default:
+        case platform::NodeKind::Device:
             // Opened through the name as given: links such as /dev/stdout lead to names like
             // "pipe:[123]" that exist nowhere in the file system.
             return {Kind::SpecialFile, given};
+        case platform::NodeKind::File:
+        case platform::NodeKind::Missing:
+            break;
     }
-    // Follow the chain by hand: a link whose target does not exist yet still says where the
-    // new file belongs.
-    fs::path current = given;
-    for (int hop = 0; hop < kMostLinksFollowed; ++hop) {
-        if (!fs::is_symlink(fs::symlink_status(current, ec)))
-            return {Kind::File, current};
-        const fs::path next = fs::read_symlink(current, ec);
-        if (ec)
-            return {Kind::Refused, given};
-        current = next.is_absolute() ? next : current.parent_path() / next;
-    }
-    return {Kind::Refused, given};
+    const std::optional<fs::path> end = platform::followLinks(given);
+    if (!end)
+        return {Kind::Refused, given};
+    return {Kind::File, *end};
 }
 
 }  // namespace sonalyx

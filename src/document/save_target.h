@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 
 namespace sonalyx {
 
@@ -16,7 +15,7 @@ class SaveTarget {
         Refused,      // a directory, a link loop, or a path that cannot be examined
     };
 
-    static SaveTarget resolve(const std::string& path);
+    static SaveTarget resolve(const std::filesystem::path& path);
 
     Kind kind() const { return kind_; }
     // The file to write: the end of the link chain for File, the path as given otherwise.

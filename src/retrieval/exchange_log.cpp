@@ -3,6 +3,7 @@
 #include <charconv>
 #include <chrono>
 
+#include "platform/path_text.h"
 #include "retrieval/receive_engine.h"
 #include "retrieval/receive_plan.h"
 
@@ -72,7 +73,7 @@ bool ExchangeLog::start(const std::string& path, const std::string& startedAt, C
     path_ = path;
     clock_ = clock ? std::move(clock) : Clock(steadyMs);
     origin_ = clock_();
-    out_.open(path, std::ios::out | std::ios::trunc | std::ios::binary);
+    out_.open(platform::pathFromUtf8(path), std::ios::out | std::ios::trunc | std::ios::binary);
     writing_ = out_.is_open();
     write("Sonalyx receive log");
     write("Started: " + startedAt);

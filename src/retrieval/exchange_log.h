@@ -26,8 +26,8 @@ class ExchangeLog {
     ExchangeLog(const ExchangeLog&) = delete;
     ExchangeLog& operator=(const ExchangeLog&) = delete;
 
-    // Creates the file (replacing one of that name) and writes the heading; startedAt is the
-    // wall-clock time for people. False when the file cannot be written.
+    // Creates the file at path (UTF-8, replacing one of that name) and writes the heading;
+    // startedAt is the wall-clock time for people. False when the file cannot be written.
     bool start(const std::string& path, const std::string& startedAt, Clock clock = {});
     bool writing() const { return writing_; }
     const std::string& path() const { return path_; }

@@ -102,7 +102,7 @@ void expectSectionsMatchGolden(const std::string& goldenPath,
         ADD_FAILURE() << goldenPath << " has a section no case writes: \"" << name << "\"";
 }
 
-std::string fileBytes(const std::string& path) {
+std::string fileBytes(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,7 +28,7 @@ void expectSectionsMatchGolden(const std::string& goldenPath,
                                const std::vector<GoldenSection>& sections);
 
 // The whole file (empty when it cannot be read) and a text split at white space.
-std::string fileBytes(const std::string& path);
+std::string fileBytes(const std::filesystem::path& path);
 std::vector<std::string> words(const std::string& text);
 
 // A shipped sample ("5", "7", "9", "10", "11") loaded under its own path.

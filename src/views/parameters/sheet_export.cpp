@@ -9,6 +9,7 @@
 #include <QSvgGenerator>
 
 #include "document/document_file.h"
+#include "platform/path_text.h"
 #include "sheets/sheet_text.h"
 
 namespace sonalyx {
@@ -86,7 +87,8 @@ QByteArray SheetExport::PdfBytes() const {
 bool SheetExport::Save(const QString& path, QString& error) const {
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix == QLatin1String("txt")) {
-        if (writeDocumentLinesAtomically(path.toStdString(), sheetTextLines(picture_.ops))) {
+        if (writeDocumentLinesAtomically(platform::pathFromUtf8(path.toStdString()),
+                                         sheetTextLines(picture_.ops))) {
             return true;
         }
         error = QStringLiteral("Can't write %1").arg(path);
