@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, when they are missing.
-# Sourced or run by run.sh and test.sh; safe to run again.
+# Sourced or run by run.sh and test.sh; safe to run again. Packages named as arguments are
+# installed too (scripts/package.sh adds its packaging tools this way).
 set -euo pipefail
 
 packages=(
@@ -10,7 +11,9 @@ packages=(
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang libclang-rt-14-dev
   locales
+  desktop-file-utils appstream shared-mime-info libglib2.0-bin
 )
+packages+=("$@")
 
 missing=()
 for p in "${packages[@]}"; do
