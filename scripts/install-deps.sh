@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, when they are missing.
-# Sourced or run by run.sh and test.sh; safe to run again. With package names as arguments it
-# installs just those (scripts/windows-core-check.sh asks for its cross compilers and Wine).
+# Sourced or run by run.sh and test.sh; safe to run again. Packages named as arguments are
+# installed too (scripts/package.sh adds its packaging tools this way, and
+# scripts/windows-core-check.sh its cross compilers and Wine).
 set -euo pipefail
 
 packages=(
@@ -11,10 +12,9 @@ packages=(
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang libclang-rt-14-dev
   locales
+  desktop-file-utils appstream shared-mime-info libglib2.0-bin
 )
-if [ $# -gt 0 ]; then
-  packages=("$@")
-fi
+packages+=("$@")
 
 missing=()
 for p in "${packages[@]}"; do

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "app/brand_art.h"
+#include "sonalyx_version.h"
 
 TAboutBox::TAboutBox(QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("AboutBox"));
@@ -31,7 +32,7 @@ TAboutBox::TAboutBox(QWidget* parent) : QDialog(parent) {
     productFont.setBold(true);
     product->setFont(productFont);
 
-    auto* version = new QLabel(tr("Version 2.2"), panel);
+    auto* version = new QLabel(tr("Version %1").arg(QStringLiteral(SONALYX_VERSION)), panel);
     version->setObjectName(QStringLiteral("Version"));
 
     auto* notice =

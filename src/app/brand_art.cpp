@@ -6,6 +6,8 @@
 #include <QRadialGradient>
 #include <cmath>
 
+#include "sonalyx_version.h"
+
 namespace {
 
 const QColor kDeepBlue(14, 26, 46);
@@ -102,7 +104,7 @@ QPixmap BrandArt::Splash(const QSize& size) {
     painter.setFont(font);
     painter.setPen(QColor(150, 170, 200));
     painter.drawText(QRectF(0, all.height() * 0.88, all.width() * 0.95, all.height() * 0.1),
-                     Qt::AlignRight | Qt::AlignVCenter, QStringLiteral("Version 2.2"));
+                     Qt::AlignRight | Qt::AlignVCenter, QStringLiteral("Version " SONALYX_VERSION));
     painter.setPen(QPen(QColor(255, 255, 255, 60), 1));
     painter.drawRect(all.adjusted(0.5, 0.5, -0.5, -0.5));
     return pixmap;

@@ -6,6 +6,7 @@
 
 #include "app/brand_art.h"
 #include "app/main_form.h"
+#include "sonalyx_version.h"
 
 namespace {
 
@@ -15,19 +16,13 @@ bool splashWanted(const QCommandLineParser& parser) {
            qEnvironmentVariableIntValue("SONALYX_NO_SPLASH") == 0;
 }
 
-}  // namespace
+void nameApplication() {
+    QCoreApplication::setOrganizationName(QStringLiteral("veltrona"));
+    QCoreApplication::setApplicationName(QStringLiteral("Sonalyx"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(SONALYX_VERSION));
+}
 
-int main(int argc, char* argv[]) {
-    QApplication app(argc, argv);
-    QApplication::setOrganizationName(QStringLiteral("veltrona"));
-    QApplication::setApplicationName(QStringLiteral("Sonalyx"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Veltrona Sonalyx"));
-    QApplication::setApplicationVersion(QStringLiteral("2.2"));
-    QApplication::setDesktopFileName(QStringLiteral("sonalyx"));
-    QApplication::setWindowIcon(BrandArt::ApplicationIcon());
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-
-    QCommandLineParser parser;
+void describeOptions(QCommandLineParser& parser) {
     parser.setApplicationDescription(
         QStringLiteral("Views, prints and keeps room calibration measurements."));
     parser.addHelpOption();
@@ -42,6 +37,37 @@ int main(int argc, char* argv[]) {
                       QStringLiteral("name")});
     parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Documents to open."),
                                  QStringLiteral("[files...]"));
+}
+
+// --help and --version answer on the terminal even where no display can be reached.
+bool asksForTextOnly(int argc, char* argv[]) {
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        if (arg == "-h" || arg == "--help" || arg == "--help-all" || arg == "-v" ||
+            arg == "--version")
+            return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    QCommandLineParser parser;
+    if (asksForTextOnly(argc, argv)) {
+        QCoreApplication app(argc, argv);
+        nameApplication();
+        describeOptions(parser);
+        parser.process(app);
+        return 0;
+    }
+    QApplication app(argc, argv);
+    nameApplication();
+    QApplication::setApplicationDisplayName(QStringLiteral("Veltrona Sonalyx"));
+    QApplication::setDesktopFileName(QStringLiteral("sonalyx"));
+    QApplication::setWindowIcon(BrandArt::ApplicationIcon());
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    describeOptions(parser);
     parser.process(app);
 
     std::unique_ptr<QSettings> settings;

@@ -6,6 +6,7 @@ namespace sonalyx {
 
 const char* cliUsage() {
     return "usage:\n"
+           "  sonalyx-cli --help | --version\n"
            "  sonalyx-cli receive --port PORT [--data reverb,groupdelay,parameters]\n"
            "                      [--parameters-only] [--tick-ms N] [--raw] [--log FILE]\n"
            "                      -o FILE\n"

@@ -10,6 +10,7 @@
 #include "pdf_print_command.h"
 #include "receive_command.h"
 #include "render_command.h"
+#include "sonalyx_version.h"
 
 int main(int argc, char** argv) {
     using namespace sonalyx;
@@ -36,6 +37,10 @@ int main(int argc, char** argv) {
     }
     if (command == "--help" || command == "-h" || command == "help") {
         std::fputs(cliUsage(), stdout);
+        return 0;
+    }
+    if (command == "--version") {
+        std::printf("sonalyx-cli %s\n", SONALYX_VERSION);
         return 0;
     }
     return usageError("unknown command: " + command);

@@ -9,6 +9,7 @@
 #include "app/about_box.h"
 #include "app/form_openning.h"
 #include "app/glossary.h"
+#include "sonalyx_version.h"
 
 namespace {
 
@@ -49,7 +50,7 @@ TEST(AboutBoxTest, NamesProductAndVersion) {
     EXPECT_EQ(box.findChild<QLabel*>(QStringLiteral("ProductName"))->text(),
               QStringLiteral("Veltrona Sonalyx"));
     EXPECT_EQ(box.findChild<QLabel*>(QStringLiteral("Version"))->text(),
-              QStringLiteral("Version 2.2"));
+              QStringLiteral("Version " SONALYX_VERSION));
     const auto* icon = box.findChild<QLabel*>(QStringLiteral("ProgramIcon"));
     EXPECT_EQ(icon->size(), QSize(49, 49));
     EXPECT_FALSE(icon->pixmap().isNull());
