@@ -266,7 +266,7 @@ class Loader {
             std::string& line = kept[i];
             semicolons_ = semicolons_ || SpreadsheetText::separatedBySemicolon(line, isGroupName);
             if (isGroupName(std::string_view(line).substr(0, line.find(','))))
-                line = withCellsRestored(line, kGroupDelayDecimals);
+                SpreadsheetText::restoreDecimals(line, kGroupDelayDecimals);
         }
     }
 
@@ -281,19 +281,8 @@ class Loader {
             const std::string_view first = std::string_view(*row).substr(0, row->find(','));
             semicolons_ = semicolons_ || std::count(first.begin(), first.end(), ';') >= 2;
             if (startsWith(*row, "Q,"))
-                *row = withCellsRestored(*row, kQualityDecimals);
+                SpreadsheetText::restoreDecimals(*row, kQualityDecimals);
         }
-    }
-
-    static std::string withCellsRestored(const std::string& line, int decimals) {
-        std::vector<std::string> cells = splitFields(line);
-        std::string out = cells[0];
-        for (size_t c = 1; c < cells.size(); ++c) {
-            SpreadsheetText::restoreDecimals(cells[c], decimals);
-            out += ',';
-            out += cells[c];
-        }
-        return out;
     }
 
     size_t parametersTitleFrom(size_t first) const {

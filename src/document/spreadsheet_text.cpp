@@ -1,5 +1,6 @@
 #include "spreadsheet_text.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "text_format.h"
@@ -78,16 +79,28 @@ bool SpreadsheetText::restore(const std::vector<std::string>& lines,
     return true;
 }
 
-void SpreadsheetText::restoreDecimals(std::string& cell, int decimals) {
-    if (!isPlainNumber(cell))
-        return;
-    const size_t point = cell.find('.');
-    if (point != std::string::npos && cell.size() - point - 1 == static_cast<size_t>(decimals) &&
-        cell.find_first_of("eE") == std::string::npos)
-        return;
-    const double value = parseNumber(cell);
-    cell.clear();
-    appendFixed(cell, value, decimals);
+void SpreadsheetText::restoreDecimals(std::string& row, int decimals) {
+    std::string out;  // stays empty while every cell is as the document writes it
+    size_t start = row.find(',');
+    while (start != std::string::npos) {
+        const size_t end = std::min(row.find(',', start + 1), row.size());
+        const std::string_view cell(row.data() + start + 1, end - start - 1);
+        const size_t point = cell.find('.');
+        const bool written = point != std::string_view::npos &&
+                             cell.size() - point - 1 == static_cast<size_t>(decimals) &&
+                             cell.find_first_of("eE") == std::string_view::npos;
+        if (!written && isPlainNumber(cell)) {
+            if (out.empty())
+                out.assign(row, 0, start);
+            out += ',';
+            appendFixed(out, parseNumber(cell), decimals);
+        } else if (!out.empty()) {
+            out.append(row, start, end - start);
+        }
+        start = end < row.size() ? end : std::string::npos;
+    }
+    if (!out.empty())
+        row = std::move(out);
 }
 
 }  // namespace sonalyx

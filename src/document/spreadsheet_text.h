@@ -16,10 +16,10 @@ class SpreadsheetText {
     // true; otherwise leaves restored alone and returns false (the lines are read as they are).
     static bool restore(const std::vector<std::string>& lines, std::vector<std::string>& restored);
 
-    // A number cell written back as the document writes it: with `decimals` decimals when the
-    // cell is a plain number without them (a spreadsheet writes 0.840000 as 0.84 and 1.0 as
-    // 1). Cells that are not numbers, and numbers already in that form, stay as they are.
-    static void restoreDecimals(std::string& cell, int decimals);
+    // The number cells of a row after its heading, written back as the document writes them:
+    // with `decimals` decimals (a spreadsheet writes 0.840000 as 0.84 and 1.0 as 1). Cells
+    // that are not numbers, and numbers already in that form, stay as they are.
+    static void restoreDecimals(std::string& row, int decimals);
 
     // Whether a line's fields are separated by semicolons rather than commas: the text before
     // its first semicolon has no comma, and `accept` takes it as the row's first field.
