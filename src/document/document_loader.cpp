@@ -198,8 +198,8 @@ class Loader {
 
     void loadReverbSection() {
         if (!doc_.isNewData()) {
-            doc_.fileMemos[kReverbSection] = readMemo(lines_, index_.find("[FILEMEMO]"),
-                                                      lines_.size(), {{"[MEMO", "[CHANNEL]"}});
+            doc_.fileMemos[kReverbSection] =
+                memoAt(index_.find("[FILEMEMO]"), lines_.size(), {{"[MEMO", "[CHANNEL]"}});
         }
         readChannels();
         readBands();
@@ -214,16 +214,11 @@ class Loader {
     }
 
     void loadGroupDelaySection() {
-        const size_t n = lines_.size();
-        size_t title = 0;
-        while (title < n && !isSectionTitle(lines_[title], kGroupDelayTitle))
-            ++title;
-        if (title == n)
+        const size_t title = titleFrom(0, kGroupDelayTitle);
+        if (title == lines_.size())
             return;
         groupDelayTitle_ = title;
-        size_t end = title + 1;
-        while (end < n && !isSectionTitle(lines_[end], kParametersTitle))
-            ++end;
+        const size_t end = titleFrom(title + 1, kParametersTitle);
         doc_.groupDelayLines.assign(lines_.begin() + static_cast<long>(title) + 1,
                                     lines_.begin() + static_cast<long>(end));
         const auto& kept = doc_.groupDelayLines;
@@ -243,9 +238,9 @@ class Loader {
         const size_t n = lines_.size();
         // The parameters follow the group delay section; a reverb memo line that reads like
         // their title is not taken for it while a title follows the group delay section.
-        size_t title = parametersTitleFrom(groupDelayTitle_ ? *groupDelayTitle_ + 1 : 0);
+        size_t title = titleFrom(groupDelayTitle_ ? *groupDelayTitle_ + 1 : 0, kParametersTitle);
         if (title == n)
-            title = parametersTitleFrom(0);
+            title = titleFrom(0, kParametersTitle);
         if (title == n)
             return;
         doc_.parameterLines.assign(lines_.begin() + static_cast<long>(title) + 1, lines_.end());
@@ -285,11 +280,33 @@ class Loader {
         }
     }
 
-    size_t parametersTitleFrom(size_t first) const {
-        size_t title = first;
-        while (title < lines_.size() && !isSectionTitle(lines_[title], kParametersTitle))
-            ++title;
-        return title;
+    // A memo of the reverb section, whose lines are then no section title while another line
+    // is: a memo line may read like one, and the text a save writes keeps the memo before the
+    // real title.
+    Memo memoAt(long marker, size_t end, const MemoEnd& stop) {
+        Memo memo = readMemo(lines_, marker, end, stop);
+        if (!memo.empty()) {
+            const size_t first = static_cast<size_t>(marker) + 1;
+            memoLines_.emplace_back(first, first + memo.size());
+        }
+        return memo;
+    }
+
+    // The first title line at or after `first`, preferring lines outside the reverb memos;
+    // the number of lines when there is none.
+    size_t titleFrom(size_t first, std::string_view title) const {
+        size_t any = lines_.size();
+        for (size_t i = first; i < lines_.size(); ++i) {
+            if (!isSectionTitle(lines_[i], title))
+                continue;
+            const bool inMemo =
+                std::any_of(memoLines_.begin(), memoLines_.end(),
+                            [i](const auto& r) { return i >= r.first && i < r.second; });
+            if (!inMemo)
+                return i;
+            any = std::min(any, i);
+        }
+        return any;
     }
 
     void readChannels() {
@@ -376,7 +393,7 @@ class Loader {
         if (p < 0)
             return;
         doc_.channelMemos[p] =
-            readMemo(lines_, index_.find(markerText("[MEMO", k, "]")), lines_.size(), {{"[DATA"}});
+            memoAt(index_.find(markerText("[MEMO", k, "]")), lines_.size(), {{"[DATA"}});
     }
 
     void collectPositionsWithData() {
@@ -406,8 +423,8 @@ class Loader {
         for (int g = 0; g < doc_.groupCount && g < kMaxGroups; ++g) {
             if (!doc_.groupHasData[0][g] && !doc_.groupHasData[1][g])
                 continue;
-            doc_.groupMemos[g] = readMemo(lines_, index_.find(markerText("[MEMOPAIR", g + 1, "]")),
-                                          lines_.size(), {{"[MEMOPAIR"}, true});
+            doc_.groupMemos[g] = memoAt(index_.find(markerText("[MEMOPAIR", g + 1, "]")),
+                                        lines_.size(), {{"[MEMOPAIR"}, true});
             const int id = doc_.groupIdAt(g);
             doc_.groupsWithData.names.emplace_back(id >= 0 ? groupName(id) : "");
             doc_.groupsWithData.abbreviations.emplace_back(id >= 0 ? groupAbbreviation(id) : "");
@@ -420,6 +437,7 @@ class Loader {
     MarkerIndex index_;
     std::vector<int> channelIds_;
     std::optional<size_t> groupDelayTitle_;
+    std::vector<std::pair<size_t, size_t>> memoLines_;  // [first, end) of each reverb memo
     bool semicolons_ = false;
 };
 
@@ -439,7 +457,7 @@ void tellOfUnreadSections(const MeasurementDocument& doc, const std::vector<std:
     if (!unread.empty() && messenger) {
         messenger->show(
             "These sections were not read, as their title line is missing: " + unread + ".",
-            doc.fileName, MessageMode::Ok);
+            doc.fileName, MessageMode::OkFitted);
     }
 }
 
@@ -512,15 +530,15 @@ bool DocumentLoader::load(MeasurementDocument& doc, const std::vector<std::strin
     std::vector<std::string> restored;
     const std::vector<std::string>& text =
         SpreadsheetText::restore(lines, restored) ? restored : lines;
-    const auto refuse = [&](const std::string& message) {
+    const auto refuse = [&](const std::string& message, MessageMode mode) {
         doc.reset();
         doc.fileName = fileName;
         if (messenger)
-            messenger->show(message, fileName, MessageMode::Ok);
+            messenger->show(message, fileName, mode);
         return false;
     };
     if (text.empty() || !startsWith(text[0], "[DATE]"))
-        return refuse("Illegal file format.");
+        return refuse("Illegal file format.", MessageMode::Ok);
     if (text.size() > 1)
         doc.date = text[1].substr(0, 16);
 
@@ -531,7 +549,8 @@ bool DocumentLoader::load(MeasurementDocument& doc, const std::vector<std::strin
     if (startsWith(text[0], "[DATE];") || loader.separatedBySemicolons()) {
         return refuse(
             "The fields of this file are separated by semicolons. Please save it with commas "
-            "between the fields.");
+            "between the fields.",
+            MessageMode::OkFitted);
     }
 
     const bool anyLoaded = std::any_of(doc.sectionLoaded.begin(), doc.sectionLoaded.end(),
