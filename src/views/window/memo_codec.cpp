@@ -155,6 +155,16 @@ QString MemoCodec::decode(const std::vector<std::string>& lines) {
     return decoded.join(QLatin1Char('\n'));
 }
 
+std::vector<std::string> MemoCodec::asUtf8(const std::vector<std::string>& lines) {
+    const MemoEncoding encoding = encodingOf(lines);
+    if (encoding == MemoEncoding::Utf8)
+        return lines;
+    std::vector<std::string> utf8;
+    for (const auto& line : lines)
+        utf8.push_back(decodeAs(line, encoding).toStdString());
+    return utf8;
+}
+
 std::vector<std::string> MemoCodec::encode(const QString& text, int maxLines,
                                            MemoEncoding encoding) {
     std::vector<std::string> lines;

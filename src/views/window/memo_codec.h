@@ -25,6 +25,9 @@ class MemoCodec {
     // The memo's lines joined for an editor.
     static QString decode(const std::vector<std::string>& lines);
 
+    // The memo's lines in UTF-8, for code that measures and wraps text by its bytes.
+    static std::vector<std::string> asUtf8(const std::vector<std::string>& lines);
+
     // The editor's text as memo lines: at most maxLines, a trailing empty line dropped, in
     // `encoding` when that can hold every character of the text, else in UTF-8.
     static std::vector<std::string> encode(const QString& text, int maxLines,
