@@ -539,8 +539,8 @@ bool DocumentLoader::load(MeasurementDocument& doc, const std::vector<std::strin
     };
     if (text.empty() || !startsWith(text[0], "[DATE]"))
         return refuse("Illegal file format.", MessageMode::Ok);
-    if (text.size() > 1)
-        doc.date = text[1].substr(0, 16);
+    if (text.size() > 1)  // without the padding of a date shorter than its 16 characters
+        doc.date = trimTrailingCommas(std::string_view(text[1]).substr(0, 16));
 
     Loader loader(doc, text);
     loader.loadReverbSection();
