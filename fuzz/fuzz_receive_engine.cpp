@@ -38,12 +38,19 @@ class FuzzedMessenger : public Messenger {
 
 // A receiver we do not control: each command's reply is a run of fuzzer bytes that arrives
 // over the next ticks in pieces of fuzzer-chosen size; an exhausted input is a silent line.
-// The link fails the way the serial port does, telling the user first.
+// The link fails the way the serial port does, telling the user first: a reopened port that
+// another program took, a send that does not go out, a read that fails (a cable pulled) or
+// hands over fewer bytes than were waiting, and a driver that holds bytes back for a tick.
 class FuzzedLink : public SerialLink {
   public:
     FuzzedLink(FuzzedDataProvider& in, Messenger& messenger) : in_(in), messenger_(messenger) {}
 
-    bool open(const std::string&, bool) override {
+    bool open(const std::string& portName, bool) override {
+        if (opened_ && in_.remaining_bytes() > 0 && in_.ConsumeIntegral<std::uint8_t>() == 0xFF) {
+            messenger_.show("Cannot open the serial port(" + portName + ").", "", MessageMode::Ok);
+            return false;
+        }
+        opened_ = true;
         open_ = true;
         inFlight_.clear();
         waiting_.clear();
@@ -65,6 +72,16 @@ class FuzzedLink : public SerialLink {
         if (!open_)
             fail("a reply was read on a closed port");
         out.clear();
+        switch (in_.remaining_bytes() > 0 ? in_.ConsumeIntegral<std::uint8_t>() : 0) {
+            case 0xFF:  // the line went away
+            case 0xFE:  // the driver handed over fewer bytes than it said were waiting
+                messenger_.show("Receive failed.", "", MessageMode::Ok);
+                return false;
+            case 0xFD:  // nothing handed over yet, whatever is waiting
+                return true;
+            default:
+                break;
+        }
         if (waiting_.size() < count)
             return true;
         out.assign(waiting_.begin(), waiting_.begin() + static_cast<long>(count));
@@ -89,6 +106,7 @@ class FuzzedLink : public SerialLink {
     Messenger& messenger_;
     std::deque<std::uint8_t> inFlight_;
     std::deque<std::uint8_t> waiting_;
+    bool opened_ = false;
     bool open_ = false;
 };
 
@@ -126,13 +144,14 @@ long mostTicks(std::size_t inputSize) {
     return 2000 + 24 * static_cast<long>(inputSize);
 }
 
-constexpr std::array<std::string_view, 6> kFailureMessages = {
+constexpr std::array<std::string_view, 7> kFailureMessages = {
     "Command error occurred. Please try again.",
     "Command error occurred. Please try again.(Illegal data size)",
     "Command error occurred. Please try again.(Too long data)",
     "Timeout occurred.",
     "Send failed.",
     "Receive failed.",
+    "Cannot open the serial port(COM1).",
 };
 
 ReceiveOptions optionsFrom(std::uint8_t choice) {

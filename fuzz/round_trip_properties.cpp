@@ -24,10 +24,8 @@ bool startsWithAnyMarker(std::string_view text) {
 }
 
 bool readsAsSectionTitle(std::string_view text) {
-    if (text.empty() || (text[0] != ' ' && text[0] != '"'))
-        return false;
-    return text.find("Group Delay Characteristics") != std::string_view::npos ||
-           text.find("TORVE Parameters") != std::string_view::npos;
+    return isSectionTitle(text, "Group Delay Characteristics") ||
+           isSectionTitle(text, "TORVE Parameters");
 }
 
 // A line the loader would take for part of the structure wherever it stands.

@@ -64,7 +64,8 @@ int renderParameterSheet(const std::string& in, const std::string& out, int memo
     }
     const bool paper = page > 0;
     const SheetPicture picture =
-        paper ? sheet.BuildPage(memory, page - 1, pages, doc.fileMemos[kParametersSection])
+        paper ? sheet.BuildPage(memory, page - 1, pages,
+                                MemoCodec::asUtf8(doc.fileMemos[kParametersSection]))
               : sheet.BuildScreen(memory);
     QString error;
     const SheetExport writer(picture, fonts,

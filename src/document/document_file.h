@@ -8,8 +8,8 @@
 
 namespace sonalyx {
 
-// Splits text into lines at CR LF or LF (a lone CR stays in its line); a final line ending
-// does not start another line.
+// Splits text into lines at CR LF, LF or a lone CR (what spreadsheets write on other systems);
+// a final line ending does not start another line.
 std::vector<std::string> splitLines(std::string_view text);
 // Joins lines, each ended by CR LF.
 std::string joinLines(const std::vector<std::string>& lines);

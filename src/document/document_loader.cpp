@@ -9,6 +9,7 @@
 #include "channel_name.h"
 #include "parameter_rows.h"
 #include "speaker_layout.h"
+#include "spreadsheet_text.h"
 #include "text_format.h"
 
 namespace sonalyx {
@@ -19,9 +20,32 @@ constexpr std::string_view kGroupDelayTitle = "Group Delay Characteristics";
 constexpr std::string_view kParametersTitle = "TORVE Parameters";
 constexpr size_t kLongestField = 256;  // a field this long or longer reads as 0
 
+constexpr int kGroupDelayDecimals = 6;  // ",%f" of the receive conversion
+constexpr int kQualityDecimals = 1;     // the "Q" rows' ",%1.1f"
+
+std::string_view trimmedBlanks(std::string_view text) {
+    const size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace
+
 bool isSectionTitle(std::string_view line, std::string_view title) {
-    return !line.empty() && (line[0] == ' ' || line[0] == '"') &&
-           line.find(title) != std::string_view::npos;
+    if (!line.empty() && (line[0] == ' ' || line[0] == '"'))
+        return line.find(title) != std::string_view::npos;
+    return trimmedBlanks(line) == title;
+}
+
+namespace {
+
+bool isChannelName(std::string_view name) {
+    return channelIdByAnyName(name) >= 0;
+}
+
+bool isGroupName(std::string_view name) {
+    return groupIdByName(name) >= 0;
 }
 
 // First line of each bracketed marker. Every marker the reader looks for ends with its only
@@ -167,10 +191,15 @@ class Loader {
     Loader(MeasurementDocument& doc, const std::vector<std::string>& lines)
         : doc_(doc), lines_(lines), index_(lines, 0, lines.size()) {}
 
+    // Fields separated by semicolons somewhere the loader reads rows: such a file cannot be
+    // read whole. Only rows that a save writes back as they are count, so that whatever loads
+    // once loads again after a save.
+    bool separatedBySemicolons() const { return semicolons_; }
+
     void loadReverbSection() {
         if (!doc_.isNewData()) {
-            doc_.fileMemos[kReverbSection] = readMemo(lines_, index_.find("[FILEMEMO]"),
-                                                      lines_.size(), {{"[MEMO", "[CHANNEL]"}});
+            doc_.fileMemos[kReverbSection] =
+                memoAt(index_.find("[FILEMEMO]"), lines_.size(), {{"[MEMO", "[CHANNEL]"}});
         }
         readChannels();
         readBands();
@@ -185,16 +214,11 @@ class Loader {
     }
 
     void loadGroupDelaySection() {
-        const size_t n = lines_.size();
-        size_t title = 0;
-        while (title < n && !isSectionTitle(lines_[title], kGroupDelayTitle))
-            ++title;
-        if (title == n)
+        const size_t title = titleFrom(0, kGroupDelayTitle);
+        if (title == lines_.size())
             return;
         groupDelayTitle_ = title;
-        size_t end = title + 1;
-        while (end < n && !isSectionTitle(lines_[end], kParametersTitle))
-            ++end;
+        const size_t end = titleFrom(title + 1, kParametersTitle);
         doc_.groupDelayLines.assign(lines_.begin() + static_cast<long>(title) + 1,
                                     lines_.begin() + static_cast<long>(end));
         const auto& kept = doc_.groupDelayLines;
@@ -205,6 +229,7 @@ class Loader {
         if (channel >= 0 && static_cast<size_t>(channel) + 1 < kept.size()) {
             doc_.groupDelayChannelLine = kept[static_cast<size_t>(channel) + 1];
         }
+        restoreGroupDelayRows();
         parseGroupDelay(doc_);
         doc_.sectionLoaded[kGroupDelaySection] = true;
     }
@@ -213,9 +238,9 @@ class Loader {
         const size_t n = lines_.size();
         // The parameters follow the group delay section; a reverb memo line that reads like
         // their title is not taken for it while a title follows the group delay section.
-        size_t title = parametersTitleFrom(groupDelayTitle_ ? *groupDelayTitle_ + 1 : 0);
+        size_t title = titleFrom(groupDelayTitle_ ? *groupDelayTitle_ + 1 : 0, kParametersTitle);
         if (title == n)
-            title = parametersTitleFrom(0);
+            title = titleFrom(0, kParametersTitle);
         if (title == n)
             return;
         doc_.parameterLines.assign(lines_.begin() + static_cast<long>(title) + 1, lines_.end());
@@ -223,16 +248,65 @@ class Loader {
         const MarkerIndex keptIndex(kept, 0, kept.size());
         doc_.fileMemos[kParametersSection] =
             readMemo(kept, keptIndex.find("[FILEMEMO]"), kept.size(), {{"* Speaker Setting"}});
+        restoreParameterRows();
         ParameterGrid grid;
         doc_.sectionLoaded[kParametersSection] = ParseParameterRows(doc_.parameterLines, grid);
     }
 
   private:
-    size_t parametersTitleFrom(size_t first) const {
-        size_t title = first;
-        while (title < lines_.size() && !isSectionTitle(lines_[title], kParametersTitle))
-            ++title;
-        return title;
+    // The rows of groups get back the decimals a spreadsheet cut off.
+    void restoreGroupDelayRows() {
+        auto& kept = doc_.groupDelayLines;
+        for (size_t i = groupDelayBlocksStart(kept); i < kept.size(); ++i) {
+            std::string& line = kept[i];
+            semicolons_ = semicolons_ || SpreadsheetText::separatedBySemicolon(line, isGroupName);
+            if (isGroupName(std::string_view(line).substr(0, line.find(','))))
+                SpreadsheetText::restoreDecimals(line, kGroupDelayDecimals);
+        }
+    }
+
+    // The same for the "Q" rows of the standing wave filters; every row of the section has a
+    // heading and at least two more cells.
+    void restoreParameterRows() {
+        auto& kept = doc_.parameterLines;
+        auto row = std::find_if(kept.begin(), kept.end(), [](const std::string& line) {
+            return startsWith(line, "* Speaker Setting");
+        });
+        for (; row != kept.end(); ++row) {
+            const std::string_view first = std::string_view(*row).substr(0, row->find(','));
+            semicolons_ = semicolons_ || std::count(first.begin(), first.end(), ';') >= 2;
+            if (startsWith(*row, "Q,"))
+                SpreadsheetText::restoreDecimals(*row, kQualityDecimals);
+        }
+    }
+
+    // A memo of the reverb section, whose lines are then no section title while another line
+    // is: a memo line may read like one, and the text a save writes keeps the memo before the
+    // real title.
+    Memo memoAt(long marker, size_t end, const MemoEnd& stop) {
+        Memo memo = readMemo(lines_, marker, end, stop);
+        if (!memo.empty()) {
+            const size_t first = static_cast<size_t>(marker) + 1;
+            memoLines_.emplace_back(first, first + memo.size());
+        }
+        return memo;
+    }
+
+    // The first title line at or after `first`, preferring lines outside the reverb memos;
+    // the number of lines when there is none.
+    size_t titleFrom(size_t first, std::string_view title) const {
+        size_t any = lines_.size();
+        for (size_t i = first; i < lines_.size(); ++i) {
+            if (!isSectionTitle(lines_[i], title))
+                continue;
+            const bool inMemo =
+                std::any_of(memoLines_.begin(), memoLines_.end(),
+                            [i](const auto& r) { return i >= r.first && i < r.second; });
+            if (!inMemo)
+                return i;
+            any = std::min(any, i);
+        }
+        return any;
     }
 
     void readChannels() {
@@ -249,6 +323,8 @@ class Loader {
             doc_.channelLongNames.emplace_back(id >= 0 ? channelName(id).longName : name);
             channelIds_.push_back(id);
         }
+        for (const std::string& name : doc_.channelNames)
+            semicolons_ = semicolons_ || name.find(';') != std::string::npos;
         doc_.channelCount = static_cast<int>(doc_.channelNames.size());
         doc_.groupCount = groupCountForChannelCount(doc_.channelCount);
         doc_.layoutNumber = layoutNumberFor(doc_.channelNames);
@@ -261,6 +337,8 @@ class Loader {
         } else {
             doc_.bandLabels = listItems(lines_, marker, kMaxBands);
         }
+        for (const std::string& label : doc_.bandLabels)
+            semicolons_ = semicolons_ || label.find(';') != std::string::npos;
         doc_.bandCount = static_cast<int>(doc_.bandLabels.size());
     }
 
@@ -288,8 +366,11 @@ class Loader {
             return -1;
         const std::string& header = lines_[static_cast<size_t>(marker) + 1];
         const int p = positionOf(std::string_view(header).substr(0, header.find(',')));
-        if (p < 0)
+        if (p < 0) {
+            semicolons_ =
+                semicolons_ || SpreadsheetText::separatedBySemicolon(header, isChannelName);
             return -1;
+        }
         BandCurves& curves = doc_.reverbValues[variant][p];
         for (int band = 0; band < doc_.bandCount; ++band) {
             const size_t row = static_cast<size_t>(marker) + 3 + static_cast<size_t>(band);
@@ -312,7 +393,7 @@ class Loader {
         if (p < 0)
             return;
         doc_.channelMemos[p] =
-            readMemo(lines_, index_.find(markerText("[MEMO", k, "]")), lines_.size(), {{"[DATA"}});
+            memoAt(index_.find(markerText("[MEMO", k, "]")), lines_.size(), {{"[DATA"}});
     }
 
     void collectPositionsWithData() {
@@ -342,8 +423,8 @@ class Loader {
         for (int g = 0; g < doc_.groupCount && g < kMaxGroups; ++g) {
             if (!doc_.groupHasData[0][g] && !doc_.groupHasData[1][g])
                 continue;
-            doc_.groupMemos[g] = readMemo(lines_, index_.find(markerText("[MEMOPAIR", g + 1, "]")),
-                                          lines_.size(), {{"[MEMOPAIR"}, true});
+            doc_.groupMemos[g] = memoAt(index_.find(markerText("[MEMOPAIR", g + 1, "]")),
+                                        lines_.size(), {{"[MEMOPAIR"}, true});
             const int id = doc_.groupIdAt(g);
             doc_.groupsWithData.names.emplace_back(id >= 0 ? groupName(id) : "");
             doc_.groupsWithData.abbreviations.emplace_back(id >= 0 ? groupAbbreviation(id) : "");
@@ -356,7 +437,29 @@ class Loader {
     MarkerIndex index_;
     std::vector<int> channelIds_;
     std::optional<size_t> groupDelayTitle_;
+    std::vector<std::pair<size_t, size_t>> memoLines_;  // [first, end) of each reverb memo
+    bool semicolons_ = false;
 };
+
+// Rows of a section whose title is missing are not read (the format says where a section
+// starts); the user hears of it rather than losing them on the next save unawares.
+void tellOfUnreadSections(const MeasurementDocument& doc, const std::vector<std::string>& lines,
+                          Messenger* messenger) {
+    const auto holds = [&](std::string_view prefix) {
+        return std::any_of(lines.begin(), lines.end(),
+                           [&](const std::string& line) { return startsWith(line, prefix); });
+    };
+    std::string unread;
+    if (!doc.sectionLoaded[kGroupDelaySection] && (holds("[Before]") || holds("[After]")))
+        unread = kGroupDelayTitle;
+    if (!doc.sectionLoaded[kParametersSection] && holds("* Speaker Setting"))
+        unread += (unread.empty() ? "" : ", ") + std::string(kParametersTitle);
+    if (!unread.empty() && messenger) {
+        messenger->show(
+            "These sections were not read, as their title line is missing: " + unread + ".",
+            doc.fileName, MessageMode::OkFitted);
+    }
+}
 
 }  // namespace
 
@@ -424,23 +527,37 @@ bool DocumentLoader::load(MeasurementDocument& doc, const std::vector<std::strin
                           const std::string& fileName, Messenger* messenger) {
     doc.reset();
     doc.fileName = fileName;
-    if (lines.empty() || !startsWith(lines[0], "[DATE]")) {
+    std::vector<std::string> restored;
+    const std::vector<std::string>& text =
+        SpreadsheetText::restore(lines, restored) ? restored : lines;
+    const auto refuse = [&](const std::string& message, MessageMode mode) {
+        doc.reset();
+        doc.fileName = fileName;
         if (messenger)
-            messenger->show("Illegal file format.", fileName, MessageMode::Ok);
+            messenger->show(message, fileName, mode);
         return false;
-    }
-    if (lines.size() > 1)
-        doc.date = lines[1].substr(0, 16);
+    };
+    if (text.empty() || !startsWith(text[0], "[DATE]"))
+        return refuse("Illegal file format.", MessageMode::Ok);
+    if (text.size() > 1)  // without the padding of a date shorter than its 16 characters
+        doc.date = trimTrailingCommas(std::string_view(text[1]).substr(0, 16));
 
-    Loader loader(doc, lines);
+    Loader loader(doc, text);
     loader.loadReverbSection();
     loader.loadGroupDelaySection();
     loader.loadParametersSection();
+    if (startsWith(text[0], "[DATE];") || loader.separatedBySemicolons()) {
+        return refuse(
+            "The fields of this file are separated by semicolons. Please save it with commas "
+            "between the fields.",
+            MessageMode::OkFitted);
+    }
 
     const bool anyLoaded = std::any_of(doc.sectionLoaded.begin(), doc.sectionLoaded.end(),
                                        [](bool loaded) { return loaded; });
     if (!anyLoaded)
         return false;
+    tellOfUnreadSections(doc, text, messenger);
     doc.modified = doc.isNewData();
     return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "measurement_document.h"
@@ -16,6 +17,11 @@ class DocumentLoader {
     static bool load(MeasurementDocument& doc, const std::vector<std::string>& lines,
                      const std::string& fileName, Messenger* messenger);
 };
+
+// Whether a line is the section title `title` ("Group Delay Characteristics"): as written, two
+// blanks and the title in quotes (any line that starts with a blank or a quote and holds the
+// title), or the bare title that a spreadsheet leaves of it.
+bool isSectionTitle(std::string_view line, std::string_view title);
 
 // Reads the group delay rows of the kept group delay lines into doc.groupDelay, matching row
 // names against the groups of doc's layout.

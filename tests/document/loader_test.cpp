@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <iterator>
 #include <tuple>
 #include <type_traits>
 
+#include "document/document_file.h"
 #include "document/document_loader.h"
 #include "document/document_writer.h"
 #include "document/text_format.h"
@@ -159,6 +161,93 @@ TEST(DocumentLoader, LoadedDocumentsMatchGolden) {
                             dump(loadLines({"[DATE]", "d", "[REVERB TYPE]", type}))});
     }
     expectSectionsMatchGolden(testDataPath("document/loaded.txt"), sections);
+}
+
+// How a spreadsheet saves a document back: rows padded to the widest, numbers without their
+// trailing zeros (-0.00 as 0), the section titles bare, cells that hold a quote (or every text
+// cell) quoted; then the separator, the line ends and a byte order mark, as chosen.
+struct SpreadsheetSave {
+    const char* name;
+    bool quoteAll, byteOrderMark, titlesLost;
+    std::string lineEnd;
+    std::string separator;
+    std::string message;  // what the loader says, when it says anything
+};
+
+std::string savedBySpreadsheet(const std::vector<std::string>& lines, const SpreadsheetSave& how) {
+    std::vector<std::vector<std::string>> rows;
+    size_t width = 0;
+    for (const std::string& line : lines) {
+        const bool title = line.find("  \"") == 0;
+        if (title && how.titlesLost && line.find("Reverb") == std::string::npos)
+            continue;
+        rows.push_back(title ? std::vector<std::string>{line.substr(3, line.size() - 4)}
+                             : splitFields(line));
+        width = std::max(width, rows.back().size());
+    }
+    std::string text = how.byteOrderMark ? "\xEF\xBB\xBF" : "";
+    for (auto& cells : rows) {
+        cells.resize(width);
+        for (size_t c = 0; c < width; ++c) {
+            std::string& cell = cells[c];
+            double value = 0.0;
+            const char* end = cell.data() + cell.size();
+            if (!cell.empty() && std::from_chars(cell.data(), end, value).ptr == end) {
+                char shortest[32];
+                cell.assign(shortest, std::to_chars(shortest, shortest + 32, value + 0.0).ptr);
+            } else if (!cell.empty() && (how.quoteAll || cell.find('"') != std::string::npos)) {
+                for (size_t q = cell.find('"'); q != std::string::npos; q = cell.find('"', q + 2))
+                    cell.insert(q, 1, '"');
+                cell = '"' + cell + '"';
+            }
+            text += (c ? how.separator : "") + cell;
+        }
+        text += how.lineEnd;
+    }
+    return text;
+}
+
+// Each loads as the document it is and saves back in the program's own format (only -0.00 is
+// lost, as the spreadsheet wrote it 0), or is refused as a whole with a message that says why.
+TEST(DocumentLoader, SpreadsheetSavesReadAsTheDocumentTheyAre) {
+    const std::string semicolons =
+        "The fields of this file are separated by semicolons. Please save it with commas between "
+        "the fields.";
+    const SpreadsheetSave saves[] = {
+        {"LF, padded", false, false, false, "\n", ",", ""},
+        {"every text cell quoted", true, false, false, "\r\n", ",", ""},
+        {"byte order mark", false, true, false, "\n", ",", ""},
+        {"CR alone", false, false, false, "\r", ",", ""},
+        {"semicolons", false, false, false, "\n", ";", semicolons},
+        {"semicolons, quoted, byte order mark", true, true, false, "\r\n", ";", semicolons},
+        {"titles lost", false, false, true, "\n", ",",
+         "These sections were not read, as their title line is missing: Group Delay "
+         "Characteristics, TORVE Parameters."},
+    };
+    const auto sample = readLinesOrFail(samplesPath("sample-layout-9.csv"));
+    std::vector<std::string> expected;
+    for (const std::string& line : sample) {
+        std::string own;
+        for (const std::string& cell : splitFields(line)) {
+            const bool negativeZero = cell.size() > 2 && cell[0] == '-' &&
+                                      cell.find_first_not_of("0.", 1) == std::string::npos;
+            own += "," + (negativeZero ? cell.substr(1) : cell);
+        }
+        expected.push_back(own.substr(1));
+    }
+    for (const SpreadsheetSave& save : saves) {
+        RecordingMessenger messenger;
+        MeasurementDocument doc;
+        const bool loaded = DocumentLoader::load(doc, splitLines(savedBySpreadsheet(sample, save)),
+                                                 "x.csv", &messenger);
+        EXPECT_EQ(loaded, save.message != semicolons) << save.name;
+        EXPECT_EQ(messenger.texts(),
+                  save.message.empty() ? std::vector<std::string>{} : std::vector{save.message})
+            << save.name;
+        if (save.message.empty()) {
+            EXPECT_EQ(unifiedDiff(expected, writeLines(doc)), "") << save.name;
+        }
+    }
 }
 
 TEST(DocumentLoader, IllegalFirstLineIsRefusedWithTheFileName) {

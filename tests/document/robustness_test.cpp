@@ -34,7 +34,7 @@ std::vector<fs::path> filesIn(const fs::path& dir) {
 }
 
 // A huge line and overlong fields, too many channels and bands (capped), missing sections,
-// unknown names, NUL bytes and LF endings: each loads, and its first save is already a fixed
+// unknown names, NUL bytes, LF and lone CR endings: each loads, and its first save is already a fixed
 // point.
 TEST(DocumentRobustness, OddTextsRoundTripStably) {
     std::string channels = "L";
@@ -55,7 +55,8 @@ TEST(DocumentRobustness, OddTextsRoundTripStably) {
           std::string("[DATE]\0\n\0\0\n[CHANNEL]\nL\0C\n", 22),
           std::string("[DATE]\n2020\n[CHANNEL]\nQ,W,E\n[DATA1]\nQ\n"),
           std::string("[DATE]\n2020\n \"Group Delay Characteristics\"\n[Before]\n[After]\n"),
-          std::string("[DATE]\n2020\n\"TORVE Parameters\"\n* Speaker Distance\n,,\"\"\"\n")}) {
+          std::string("[DATE]\n2020\n\"TORVE Parameters\"\n* Speaker Distance\n,,\"\"\"\n"),
+          std::string("[DATE]\r2020\r[FILEMEMO]\ra\r\rb,\r\r\n[CHANNEL]\rL,C\r")}) {
         const RoundTripVerdict verdict = checkRoundTrip(text);
         EXPECT_TRUE(verdict.loaded) << text.substr(0, 40);
         EXPECT_EQ(verdict.problem, "") << text.substr(0, 40);

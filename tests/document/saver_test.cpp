@@ -190,10 +190,10 @@ TEST(FileNames, FolderIsStripped) {
     EXPECT_EQ(fileNameWithoutFolder("plain.csv"), "plain.csv");
 }
 
-TEST(DocumentFile, LinesSplitAtCrLfOrLf) {
+TEST(DocumentFile, LinesSplitAtCrLfLfOrCr) {
     EXPECT_EQ(splitLines("a\r\nb\nc"), (std::vector<std::string>{"a", "b", "c"}));
     EXPECT_EQ(splitLines("a\r\n\r\n"), (std::vector<std::string>{"a", ""}));
-    EXPECT_EQ(splitLines("lone\rcr\n"), (std::vector<std::string>{"lone\rcr"}));
+    EXPECT_EQ(splitLines("lone\rcr\r\r\n"), (std::vector<std::string>{"lone", "cr", ""}));
     EXPECT_EQ(splitLines(std::string("nul\0byte\n", 9)),
               (std::vector<std::string>{std::string("nul\0byte", 8)}));
     EXPECT_TRUE(splitLines("").empty());

@@ -240,8 +240,9 @@ bool ParametersView::ParameterPage(int page, int pageCount, SheetPicture& out) c
     ParameterSheet sheet(fonts_);
     if (document_ == nullptr || !sheet.Parse(document_->parameterLines))
         return false;
-    out = sheet.BuildPage(memory_, page, pageCount,
-                          document_->fileMemos[sonalyx::kParametersSection]);
+    out = sheet.BuildPage(
+        memory_, page, pageCount,
+        sonalyx::MemoCodec::asUtf8(document_->fileMemos[sonalyx::kParametersSection]));
     return true;
 }
 

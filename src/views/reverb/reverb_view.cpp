@@ -273,7 +273,7 @@ void ReverbView::StoreMemo(int chart) {
     }
     Memo& lines =
         selection_.pairMode == 0 ? document_.channelMemos[item] : document_.groupMemos[item];
-    lines = MemoCodec::encode(memos_[chart]->toPlainText(), kMaxMemoLines);
+    lines = MemoCodec::store(memos_[chart]->toPlainText(), kMaxMemoLines, lines);
     emit MemoEdited();
 }
 

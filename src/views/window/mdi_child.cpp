@@ -262,7 +262,7 @@ void TMDIChild::RebuildCharts(bool maximise) {
 }
 
 void TMDIChild::MemoEdited(std::vector<std::string>& memo, const QString& text) {
-    memo = MemoCodec::encode(text, sonalyx::kMaxMemoLines);
+    memo = MemoCodec::store(text, sonalyx::kMaxMemoLines, memo);
     MarkModified();
 }
 
@@ -275,7 +275,8 @@ void TMDIChild::MarkModified() {
 
 void TMDIChild::StoreMemos() {
     for (int s = 0; s < 3; ++s) {
-        const auto lines = MemoCodec::encode(fileMemos_[s]->toPlainText(), sonalyx::kMaxMemoLines);
+        const auto lines = MemoCodec::store(fileMemos_[s]->toPlainText(), sonalyx::kMaxMemoLines,
+                                            document_.fileMemos[s]);
         if (lines != document_.fileMemos[s]) {
             document_.fileMemos[s] = lines;
             MarkModified();
