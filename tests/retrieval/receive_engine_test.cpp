@@ -124,7 +124,8 @@ const RunCase kRuns[] = {
     {"InformationOf2BytesOnAnExtendedReceiver", replying("?EI", {0, 0x80, 2, 5, 0}), kCommandError},
     {"NoConfigurationCode", replying("?EI", {0, 0, 4, 0, 0, 0, 0}), kCommandError},
     {"EmptyList", replying("?DLALL", {0}), "", "?STALL=1"},
-    // A reply that stops half-way on a line that stays open.
+    // Time-outs: a receiver gone silent mid-run, a reply that stops half-way.
+    {"SilentMidRun", replying("?FBS", {}), kTimeout, "?FBS=1 ?FBC=0"},
     {"ReplyCutOff", replying("?RVCT", cutShort(replyOfLength(576))), kTimeout},
 };
 
