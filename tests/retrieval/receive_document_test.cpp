@@ -1,7 +1,8 @@
 // The text a receive run hands to the document side, byte for byte, as the receiver emulator's
 // replies convert: what a fresh "New Data" holds before loading could tidy anything away. Each
 // run is also loaded: every reverb value must read back as the emulator sent it, and the
-// parameter rows as a sheet. Its progress reports keep to the rules of a plan.
+// parameter rows as a sheet. Its progress reports keep to the rules of a plan; a few runs show
+// them whole.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -102,6 +103,37 @@ TEST_P(ReceivedText, MatchesGoldenAndLoadsTheSentValues) {
 
 INSTANTIATE_TEST_SUITE_P(Emulator, ReceivedText, ::testing::ValuesIn(receiveScenarios()),
                          [](const auto& info) { return info.param.name; });
+
+// Report by report on the fake clock (one second a tick): commands answered out of the commands
+// the run will send, the time left and the kind being fetched, then the bar's percentages.
+GoldenSection progressOf(const std::string& name, const std::string& arguments,
+                         const std::string& kinds = "all") {
+    ReceiveHarness h;
+    EXPECT_TRUE(h.playReceiver(words(arguments))) << name;
+    EXPECT_TRUE(h.start(receiveOptions(kinds))) << name;
+    h.runToEnd();
+    EXPECT_TRUE(h.observer.result.success) << name;
+    std::vector<std::string> lines;
+    for (const ReceiveProgress& p : h.observer.reports) {
+        lines.push_back(std::to_string(p.answered) + "/" + std::to_string(p.total) + " " +
+                        std::to_string(p.remainingMs) + " " + p.kind);
+    }
+    std::string bar = "bar:";
+    for (const int percent : h.observer.progressValues)
+        bar += " " + std::to_string(percent);
+    lines.push_back(bar);
+    return {name, lines};
+}
+
+TEST(ReceiveProgress, ReportsMatchGolden) {
+    expectSectionsMatchGolden(testDataPath("receive/progress.txt"),
+                              {progressOf("configuration 5", "--config 5"),
+                               progressOf("configuration 10 without after data", "--no-after"),
+                               progressOf("after data refused twice", "--config 5 --refuse RAFL:2"),
+                               progressOf("EQ list refused", "--config 5 --refuse EQALL"),
+                               progressOf("group delay only", "", "g"),
+                               progressOf("old receiver, group delay only", "--old", "g")});
+}
 
 TEST(DateStamp, FillsTheFirstEmptyLineAfterTheDateMarkerOnce) {
     std::vector<std::string> lines = {"[DATE]", "", "", "  \"Reverb Characteristics\""};
