@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "emulator/emulator_options.h"
 #include "retrieval/date_stamp.h"
 
 namespace sonalyx::test {
@@ -24,8 +25,30 @@ void RecordingObserver::finished(const ReceiveResult& finishedResult) {
 }
 
 ReceiveHarness::ReceiveHarness() : engine(loggedLink, ticker, messenger, observer) {
-    link.setResponder([this](const std::string& command) { return receiver.reply(command); });
+    receiver.parameters.configCode = 5;
+    receiver.parameters.memoryCount = 2;
+    receiver.infoA = 0;
+    link.setResponder([this](const std::string& command) {
+        if (auto it = scripted.find(command); it != scripted.end() && !it->second.empty()) {
+            Bytes bytes = it->second.front();
+            it->second.pop_front();
+            return bytes;
+        }
+        if (!emulator)
+            emulator.emplace(receiver);
+        const std::string line = command + "\r";
+        return emulator->feed({line.begin(), line.end()}).bytes;
+    });
     observer.link = &link;
+}
+
+bool ReceiveHarness::playReceiver(const std::vector<std::string>& arguments) {
+    std::string error;
+    const auto options = emulator::EmulatorOptions::parse(arguments, error);
+    EXPECT_TRUE(options) << error;
+    if (options)
+        receiver = options->profile;
+    return options.has_value();
 }
 
 bool ReceiveHarness::start(ReceiveOptions options) {
@@ -56,6 +79,13 @@ void ReceiveHarness::runToEnd(int maxTicks) {
         }
     }
     EXPECT_FALSE(engine.isRunning()) << "the run did not end within " << maxTicks << " ticks";
+}
+
+Bytes replyOfLength(int length) {
+    Bytes bytes = {0, static_cast<std::uint8_t>(((length >> 8) & 0x7F) | 0x80),
+                   static_cast<std::uint8_t>(length & 0xFF)};
+    bytes.resize(bytes.size() + static_cast<size_t>(length), 0x11);
+    return bytes;
 }
 
 std::vector<std::string> stampedLines(const ReceiveResult& result) {

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "document/messenger.h"
-#include "fake_receiver.h"
+#include "emulator/receiver_emulator.h"
 #include "fake_serial_link.h"
 #include "retrieval/exchange_log.h"
 #include "retrieval/logging_serial_link.h"
@@ -13,6 +17,8 @@
 #include "support/recording_messenger.h"
 
 namespace sonalyx::test {
+
+using Bytes = std::vector<std::uint8_t>;
 
 // The main window's timer on a fake clock: one pending tick, fired by the harness.
 class FakeTicker : public Ticker {
@@ -47,6 +53,8 @@ class RecordingObserver : public ReceiveObserver {
 struct ReceiveHarness {
     ReceiveHarness();
 
+    // Plays the receiver the emulator program's arguments make; false when they are wrong.
+    bool playReceiver(const std::vector<std::string>& arguments);
     // Starts a run; true when the engine accepted it.
     bool start(ReceiveOptions options = {});
     // Fires the pending tick (delivering what has arrived first); false when none is armed.
@@ -55,7 +63,13 @@ struct ReceiveHarness {
     // while still running, or does not end within maxTicks.
     void runToEnd(int maxTicks = 5000);
 
-    FakeReceiver receiver;
+    // The receiver emulator of this profile (configuration 5, two memories, reverb type 0
+    // unless a test changes it before the first command) answers every command, except that
+    // scripted raw replies ("?RVFL": ...) go out first, once each; an empty one is silence.
+    emulator::ReceiverProfile receiver;
+    std::map<std::string, std::deque<Bytes>> scripted;
+    std::optional<emulator::ReceiverEmulator> emulator;
+
     FakeSerialLink link;
     ExchangeLog log;
     LoggingSerialLink loggedLink{link, log};
@@ -67,6 +81,9 @@ struct ReceiveHarness {
     int ticks = 0;
     std::vector<long long> reopenTimes;  // clock at each reopen tick
 };
+
+// A header announcing `length` body bytes (extended receiver), and that many filler bytes.
+Bytes replyOfLength(int length);
 
 // A full run's text with a fixed date stamp, as the document side would receive it.
 std::vector<std::string> stampedLines(const ReceiveResult& result);

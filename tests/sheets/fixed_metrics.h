@@ -29,14 +29,4 @@ class FixedMetrics : public TextMetrics {
     }
 };
 
-// The first operation drawing exactly text, or nullptr.
-inline const SheetOp* findOp(const std::vector<SheetOp>& ops, const std::string& text,
-                             int occurrence = 0) {
-    for (const SheetOp& op : ops) {
-        if (op.text == text && occurrence-- == 0)
-            return &op;
-    }
-    return nullptr;
-}
-
 }  // namespace sonalyx::test
