@@ -5,10 +5,12 @@
 #include <QComboBox>
 #include <QFile>
 #include <QPrintDialog>
+#include <QProgressDialog>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 #include <functional>
 #include <regex>
@@ -20,7 +22,9 @@
 #include "print/print_command.h"
 #include "print/print_environment.h"
 #include "print/print_pages.h"
+#include "print/report_command.h"
 #include "support/document_window.h"
+#include "support/golden.h"
 #include "views/parameters/parameters_view.h"
 
 using sonalyx::test::DocumentWindow;
@@ -315,6 +319,28 @@ TEST(PreviewWindows, LookLikePaperOnAGreyDesk) {
     multi.findChild<QToolButton*>(QStringLiteral("ZoomToWidth"))->click();
     SaveScreenshot(multi, QStringLiteral("print-preview-sheet-width.png"));
     EXPECT_TRUE(doc.messenger.texts().empty());
+}
+
+// File > Report writes the window's document, compared with its reference, behind a progress
+// bar that counts its pages.
+TEST(ReportCommand, WritesTheWindowsDocumentBehindAProgressBar) {
+    DocumentWindow doc("7");
+    doc->SetReference(
+        std::make_shared<sonalyx::MeasurementDocument>(sonalyx::test::loadSampleDocument("5")),
+        QStringLiteral("sample-layout-5.csv"));
+    int pages = 0;
+    QTimer::singleShot(0, [&pages] {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (auto* bar = qobject_cast<QProgressDialog*>(widget)) {
+                pages = bar->maximum();
+            }
+        }
+    });
+    const QString path = doc.filePath(QStringLiteral("report.pdf"));
+    ASSERT_TRUE(sonalyx::ReportCommand(nullptr, doc.messenger).Write(doc.window(), path));
+    EXPECT_TRUE(doc.messenger.texts().empty());
+    EXPECT_EQ(pages, CountPdfPages(path));
+    EXPECT_GT(pages, 20) << "the reference's charts are there";
 }
 
 }  // namespace
