@@ -216,10 +216,11 @@ void ReportContent::ReverbItems(ReportBlocks& blocks, bool groups) const {
 
 void ReportContent::DecayTimes(ReportBlocks& blocks) const {
     const DecayTable table = buildDecayTable(document_, false);
+    Text(blocks, Kind::Heading, QObject::tr("Decay times"));
     if (table.empty()) {
+        Text(blocks, Kind::Note, QObject::tr("No decay times: the document holds no reverb data."));
         return;
     }
-    Text(blocks, Kind::Heading, QObject::tr("Decay times"));
     Text(blocks, Kind::Paragraph,
          QObject::tr("RT60 in ms (60 dB over the decay rate) and the decay rate in dB/s (the "
                      "least-squares slope of the 5-160 ms curve), before and after calibration."));
