@@ -1,6 +1,6 @@
-// File Print's three steps, each on its own: capturing a document window for the graph tabs,
-// drawing the three pages of an all-memory parameter sheet, and sending pages to a printer
-// (here Qt's PDF engine at printer resolution, as sonalyx-cli print does).
+// File Print's three steps, each on its own: capturing a document window for the graph tabs'
+// preview, making the three pages of an all-memory parameter sheet, and drawing pages onto a
+// printer (here Qt's PDF engine at printer resolution, as sonalyx-cli print does).
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -61,13 +61,13 @@ void BM_ParameterPagesForPrint(benchmark::State& state) {
 }
 BENCHMARK(BM_ParameterPagesForPrint)->Unit(benchmark::kMillisecond);
 
-// The graph tab's capture (1 page) or the sheet's pages (3) onto landscape paper.
+// The graph tab's window (1 page) or the sheet's pages (3) drawn onto landscape paper.
 void BM_PrintPagesToPdf(benchmark::State& state) {
     const bool sheet = state.range(0) == 1;
     const auto window = openWindow(sheet ? TMDIChild::kParametersTab : TMDIChild::kReverbTab);
     bool ok = true;
-    const QList<QImage> pages = sheet ? PrintPages::ParameterPages(*window, true, ok)
-                                      : QList<QImage>{PrintPages::Capture(*window)};
+    const QList<PrintPage> pages = sheet ? PrintPages::ParameterPages(*window, true, ok)
+                                         : QList<PrintPage>{PrintPages::WindowPage(*window)};
     QTemporaryDir folder;
     for (auto _ : state) {
         QPrinter printer(QPrinter::HighResolution);

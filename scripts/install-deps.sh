@@ -13,6 +13,7 @@ packages=(
   clang libclang-rt-14-dev
   locales
   desktop-file-utils appstream shared-mime-info libglib2.0-bin
+  poppler-utils
 )
 packages+=("$@")
 

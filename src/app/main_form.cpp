@@ -42,7 +42,8 @@ TMainForm::TMainForm(MainFormOptions options, QWidget* parent)
       settings_(options_.settings),
       messenger_(this),
       fileDialogs_(this),
-      export_(this, messenger_) {
+      export_(this, messenger_),
+      report_(this, messenger_) {
     sonalyx::PrintEnvironment* printEnvironment = options_.printEnvironment;
     if (printEnvironment == nullptr) {
         ownPrintEnvironment_ = std::make_unique<sonalyx::PrintEnvironment>();
@@ -359,6 +360,13 @@ void TMainForm::FileExportExecute() {
     StopDemo();
     if (TMDIChild* child = ActiveDocument()) {
         export_.Run(*child, *settings_);
+    }
+}
+
+void TMainForm::FileReportExecute() {
+    StopDemo();
+    if (TMDIChild* child = ActiveDocument()) {
+        report_.Run(*child, *settings_);
     }
 }
 

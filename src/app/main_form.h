@@ -11,6 +11,7 @@
 #include "app/document_file_dialogs.h"
 #include "app/export_command.h"
 #include "app/file_history.h"
+#include "print/report_command.h"
 
 class QAction;
 class QActionGroup;
@@ -90,6 +91,7 @@ class TMainForm : public QMainWindow {
     void FilePrintExecute();
     void FilePreviewExecute();
     void FileExportExecute();
+    void FileReportExecute();
     void FileExit1Execute();
     void WindowCascade1Execute();
     void WindowTileHorizontal1Execute();
@@ -157,6 +159,7 @@ class TMainForm : public QMainWindow {
     DialogMessenger messenger_;
     DocumentFileDialogs fileDialogs_;
     ExportCommand export_;
+    sonalyx::ReportCommand report_;
     FileHistory history_;
     std::vector<std::string> fileLines_;
 

@@ -80,6 +80,8 @@ void TMainForm::CreateActions() {
     bind(MakeAction(QStringLiteral("FileExport"), tr("Export(&E)..."), nullptr, false),
          &TMainForm::FileExportExecute)
         ->setIcon(ToolIcons::Make(ToolIcons::Export));
+    bind(MakeAction(QStringLiteral("FileReport"), tr("Report(&T)..."), nullptr, false),
+         &TMainForm::FileReportExecute);
     bind(MakeAction(QStringLiteral("FileExit1"), tr("Exit(&X)"), nullptr, true),
          &TMainForm::FileExit1Execute);
 
@@ -178,6 +180,7 @@ void TMainForm::CreateMenus() {
     follow(Action(QStringLiteral("FilePrint")), print);
     fileMenu_->addAction(Action(QStringLiteral("FilePreview")));
     fileMenu_->addAction(Action(QStringLiteral("FileExport")));
+    fileMenu_->addAction(Action(QStringLiteral("FileReport")));
     fileMenu_->addSeparator();
     fileMenu_->addAction(Action(QStringLiteral("FileExit1")));
 
@@ -293,7 +296,7 @@ void TMainForm::RebuildHistoryMenu() {
 
 void TMainForm::UpdateDocumentActions() {
     const bool any = !DocumentWindows().isEmpty();
-    for (const char* name : {"FileSave1", "FileSaveAs1", "FileExport", "ActionEachCh",
+    for (const char* name : {"FileSave1", "FileSaveAs1", "FileExport", "FileReport", "ActionEachCh",
                              "ActionPairCh", "DisplayDecayTimes"}) {
         Action(QLatin1String(name))->setEnabled(any);
     }

@@ -8,6 +8,7 @@
 #include "cli_usage.h"
 #include "convert_command.h"
 #include "pdf_print_command.h"
+#include "pdf_report_command.h"
 #include "receive_command.h"
 #include "render_command.h"
 #include "sonalyx_version.h"
@@ -22,7 +23,7 @@ int main(int argc, char** argv) {
         return runConvertCommand(args);
     if (command == "receive")
         return runReceiveCommand(args);
-    if (command == "render" || command == "print") {
+    if (command == "render" || command == "print" || command == "report") {
         // The document window is built without a screen unless the caller chose a platform.
         if (std::getenv("QT_QPA_PLATFORM") == nullptr)
             setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -33,6 +34,8 @@ int main(int argc, char** argv) {
         });
         int qtArgc = 1;
         QApplication app(qtArgc, argv);
+        if (command == "report")
+            return runReportCommand(args);
         return command == "render" ? runRenderCommand(args) : runPrintCommand(args);
     }
     if (command == "--help" || command == "-h" || command == "help") {

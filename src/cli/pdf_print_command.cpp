@@ -2,9 +2,9 @@
 
 #include <QComboBox>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QPrinter>
+#include <QSaveFile>
 #include <QTemporaryFile>
 
 #include "cli_usage.h"
@@ -52,15 +52,19 @@ bool SelectMemory(TMDIChild& window, const RenderOptions& options, Messenger& me
     return true;
 }
 
-// The printer's pages into the file, written beside it first so a failed job leaves the old
-// file (or none) in place.
-bool WritePdf(const QList<QImage>& pages, const QString& title, const QString& output,
+// The printer's pages into the file. The printer writes a private file beside the target
+// first; its bytes then go over the target through a save file, so a failed job leaves the old
+// file (or none) in place and the new one gets the permissions any saved file gets.
+bool WritePdf(const QList<PrintPage>& pages, const QString& title, const QString& output,
               Messenger& messenger) {
     const QFileInfo target(output);
-    QTemporaryFile part(target.absoluteDir().filePath(QStringLiteral(".sonalyx-print-XXXXXX.pdf")));
-    if (!part.open()) {
+    const auto cannotWrite = [&] {
         messenger.show("Can't write the file.", output.toStdString(), MessageMode::Ok);
         return false;
+    };
+    QTemporaryFile part(target.absoluteDir().filePath(QStringLiteral(".sonalyx-print-XXXXXX.pdf")));
+    if (!part.open()) {
+        return cannotWrite();
     }
     part.close();
     QPrinter printer(QPrinter::HighResolution);
@@ -71,12 +75,14 @@ bool WritePdf(const QList<QImage>& pages, const QString& title, const QString& o
         !pagePrinter.Print(printer, pages, 1, static_cast<int>(pages.size()), title)) {
         return false;
     }
-    QFile::remove(target.absoluteFilePath());
-    if (!part.rename(target.absoluteFilePath())) {
-        messenger.show("Can't write the file.", output.toStdString(), MessageMode::Ok);
-        return false;
+    QSaveFile file(target.absoluteFilePath());
+    if (!part.open() || !file.open(QIODevice::WriteOnly)) {
+        return cannotWrite();
     }
-    part.setAutoRemove(false);
+    const QByteArray bytes = part.readAll();
+    if (file.write(bytes) != bytes.size() || !file.commit()) {
+        return cannotWrite();
+    }
     return true;
 }
 
@@ -104,7 +110,7 @@ int runPrintCommand(const std::vector<std::string>& args) {
         messenger.show(refusal, "", MessageMode::Ok);
         return 1;
     }
-    QList<QImage> pages;
+    QList<PrintPage> pages;
     if (PrintPages::IsParametersTab(*window)) {
         bool ok = false;
         pages = PrintPages::ParameterPages(*window, true, ok);
@@ -113,7 +119,7 @@ int runPrintCommand(const std::vector<std::string>& args) {
             return 1;
         }
     } else {
-        pages.append(PrintPages::Capture(*window));
+        pages.append(PrintPages::WindowPage(*window));
     }
     return WritePdf(pages, window->windowTitle(), QString::fromStdString(options.output), messenger)
                ? 0

@@ -2,9 +2,10 @@
 
 #include <QToolButton>
 
-TFormPrint::TFormPrint(const Setup& setup, const QImage& picture, sonalyx::Messenger& messenger,
-                       sonalyx::PrintEnvironment& environment, QWidget* parent)
-    : PreviewWindow(setup, {picture}, messenger, environment, parent) {
+TFormPrint::TFormPrint(const Setup& setup, const sonalyx::PrintPage& page,
+                       sonalyx::Messenger& messenger, sonalyx::PrintEnvironment& environment,
+                       QWidget* parent)
+    : PreviewWindow(setup, {page}, messenger, environment, parent) {
     setObjectName(QStringLiteral("FormPrint"));
     // One picture: nothing to page through.
     for (const char* name : {"FirstPage", "PreviousPage", "NextPage", "LastPage"}) {

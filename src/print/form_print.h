@@ -2,13 +2,13 @@
 
 #include "print/preview_window.h"
 
-// The preview of one picture (a captured document window): centred on the paper, printed on
-// one sheet. In print mode it asks for the printer and prints as soon as it is made.
+// The preview of one page (the document window): centred on the paper, printed on one sheet.
+// In print mode it asks for the printer and prints as soon as it is made.
 class TFormPrint : public PreviewWindow {
     Q_OBJECT
 
   public:
-    TFormPrint(const Setup& setup, const QImage& picture, sonalyx::Messenger& messenger,
+    TFormPrint(const Setup& setup, const sonalyx::PrintPage& page, sonalyx::Messenger& messenger,
                sonalyx::PrintEnvironment& environment, QWidget* parent = nullptr);
 
   protected:

@@ -1,15 +1,17 @@
 #include "print/form_print_multi.h"
 
+#include <QAction>
 #include <QStatusBar>
 #include <QToolButton>
 
-TFormPrintMulti::TFormPrintMulti(const Setup& setup, QList<QImage> pages,
+TFormPrintMulti::TFormPrintMulti(const Setup& setup, QList<sonalyx::PrintPage> pages,
                                  sonalyx::Messenger& messenger,
                                  sonalyx::PrintEnvironment& environment, QWidget* parent)
     : PreviewWindow(setup, std::move(pages), messenger, environment, parent) {
     setObjectName(QStringLiteral("FormPrintMulti"));
-    Button(QStringLiteral("SaveReport"))->hide();
-    Button(QStringLiteral("LoadReport"))->hide();
+    ButtonAction(QStringLiteral("SaveReport"))->setVisible(false);
+    ButtonAction(QStringLiteral("LoadReport"))->setVisible(false);
+    SetCaption(windowTitle());
     StatusBar()->hide();
     connect(Button(QStringLiteral("FirstPage")), &QToolButton::clicked, this,
             &TFormPrintMulti::OnClickFirstPage);
@@ -38,4 +40,9 @@ void TFormPrintMulti::OnClickNextPage() {
 
 void TFormPrintMulti::OnClickLastPage() {
     SetPage(PageCount() - 1);
+}
+
+QString TFormPrintMulti::CaptionFor(const QString& caption) const {
+    // The status bar that would say so is hidden here.
+    return tr("%1 - Page %2 of %3").arg(caption).arg(PageIndex() + 1).arg(PageCount());
 }

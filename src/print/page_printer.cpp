@@ -32,12 +32,19 @@ PaperMetrics PagePrinter::Metrics(const QPrinter& printer) {
     return m;
 }
 
-bool PagePrinter::Print(QPrinter& printer, const QList<QImage>& pages, int first, int last,
+bool PagePrinter::Print(QPrinter& printer, const QList<PrintPage>& pages, int first, int last,
                         const QString& title) {
     printed_ = 0;
     printer.setDocName(title);
     first = std::max(first, 1);
     last = std::min<int>(last, pages.size());
+    bool anything = false;
+    for (int i = first; i <= last; ++i) {
+        anything = anything || !pages.at(i - 1).IsEmpty();
+    }
+    if (!anything) {
+        return true;
+    }
     const PrintDiagnostics diagnostics;
     diagnostics.WriteDeviceCaps(printer, title);
     QPainter painter;
@@ -45,35 +52,32 @@ bool PagePrinter::Print(QPrinter& printer, const QList<QImage>& pages, int first
         messenger_.show("Printer is not ready. Please try again.", "", MessageMode::Ok);
         return false;
     }
-    // Screen pictures are upscaled a lot on paper; smooth sampling keeps text and curves from
-    // turning into staircases (a monochrome driver halftones the result itself).
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     for (int i = first; i <= last; ++i) {
-        const QImage& page = pages.at(i - 1);
-        if (page.isNull()) {
+        const PrintPage& page = pages.at(i - 1);
+        if (page.IsEmpty()) {
             continue;
-        }
-        const QImage picture = page.convertToFormat(QImage::Format_RGB32);
-        if (picture.isNull()) {
-            messenger_.show("Can't allocate memory for the bitmap image.", "", MessageMode::Ok);
-            painter.end();
-            return false;
         }
         if (printed_ > 0 && !printer.newPage()) {
             messenger_.show("Printer is not ready. Please try again.", "", MessageMode::Ok);
             painter.end();
             return false;
         }
-        const Box box = PaperLayout::FitToPage(picture.width(), picture.height(), printer.width(),
-                                               printer.height());
-        painter.drawImage(QRect(box.left, box.top, box.width, box.height), picture);
+        const Box box = PaperLayout::FitToPage(page.size.width(), page.size.height(),
+                                               printer.width(), printer.height());
+        painter.save();
+        painter.translate(box.left, box.top);
+        painter.scale(static_cast<qreal>(box.width) / page.size.width(),
+                      static_cast<qreal>(box.height) / page.size.height());
+        painter.setClipRect(QRect(QPoint(0, 0), page.size));
+        page.paint(painter);
+        painter.restore();
         ++printed_;
-        diagnostics.SavePage(picture, i,
+        diagnostics.SavePage(page.preview, i,
                              QStringLiteral("page %1 of %2: %3x%4 at %5,%6 size %7x%8 on %9x%10")
                                  .arg(i)
                                  .arg(pages.size())
-                                 .arg(picture.width())
-                                 .arg(picture.height())
+                                 .arg(page.size.width())
+                                 .arg(page.size.height())
                                  .arg(box.left)
                                  .arg(box.top)
                                  .arg(box.width)

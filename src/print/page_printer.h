@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QImage>
 #include <QList>
 #include <QString>
 
 #include "print/paper_layout.h"
+#include "print/print_page.h"
 
 class QPrinter;
 
@@ -12,8 +12,9 @@ namespace sonalyx {
 
 class Messenger;
 
-// Sends page pictures to a printer: one job titled with the document, each page fitted to the
-// paper keeping its aspect ratio and centred, empty pages skipped (so no blank sheet comes out).
+// Sends pages to a printer: one job titled with the document, each page drawn at the printer's
+// resolution, fitted to the paper keeping its aspect ratio and centred; empty pages are skipped,
+// and a range of empty pages starts no job at all (so no blank sheet comes out).
 class PagePrinter {
   public:
     explicit PagePrinter(Messenger& messenger);
@@ -25,7 +26,7 @@ class PagePrinter {
 
     // Prints pages first..last (1-based, inclusive) of the list. False, the user told, when
     // the job could not be started or a page not be prepared.
-    bool Print(QPrinter& printer, const QList<QImage>& pages, int first, int last,
+    bool Print(QPrinter& printer, const QList<PrintPage>& pages, int first, int last,
                const QString& title);
     int PagesPrinted() const { return printed_; }
 

@@ -1,5 +1,6 @@
 #include "print/preview_window.h"
 
+#include <QAction>
 #include <QEvent>
 #include <QLabel>
 #include <QPageSetupDialog>
@@ -37,18 +38,20 @@ void Paint(QWidget* widget, const QColor& colour) {
 
 }  // namespace
 
-PreviewWindow::PreviewWindow(const Setup& setup, QList<QImage> pages, sonalyx::Messenger& messenger,
-                             sonalyx::PrintEnvironment& environment, QWidget* parent)
+PreviewWindow::PreviewWindow(const Setup& setup, QList<sonalyx::PrintPage> pages,
+                             sonalyx::Messenger& messenger, sonalyx::PrintEnvironment& environment,
+                             QWidget* parent)
     : QDialog(parent),
       setup_(setup),
       pages_(std::move(pages)),
       messenger_(messenger),
       environment_(environment),
       printer_(QPrinter::HighResolution) {
-    setWindowTitle(tr("Preview"));
+    caption_ = tr("Preview");
+    setWindowTitle(caption_);
     setWindowFlags(windowFlags() | Qt::WindowMinMaxButtonsHint);
     resize(800, 600);
-    // The pages are screen pictures of a wide window: they go on paper across.
+    // The pages are a wide window and sheets drawn for it: they go on paper across.
     PagePrinter(messenger_).SetLandscape(printer_);
 
     BuildToolBar();
@@ -140,7 +143,7 @@ QToolButton* PreviewWindow::AddButton(const QString& name, const QString& text,
     button->setToolTip(hint);
     button->setToolButtonStyle(text.isEmpty() ? Qt::ToolButtonIconOnly
                                               : Qt::ToolButtonTextBesideIcon);
-    toolBar_->addWidget(button);
+    button->setProperty("action", QVariant::fromValue(toolBar_->addWidget(button)));
     return button;
 }
 
@@ -152,6 +155,15 @@ void PreviewWindow::AddSeparator() {
 
 QToolButton* PreviewWindow::Button(const QString& name) const {
     return toolBar_->findChild<QToolButton*>(name);
+}
+
+QAction* PreviewWindow::ButtonAction(const QString& name) const {
+    return Button(name)->property("action").value<QAction*>();
+}
+
+void PreviewWindow::SetCaption(const QString& caption) {
+    caption_ = caption;
+    setWindowTitle(CaptionFor(caption_));
 }
 
 void PreviewWindow::ZoomToFitClick() {
@@ -176,6 +188,7 @@ void PreviewWindow::SetZoom(ZoomMode mode) {
 
 void PreviewWindow::SetPage(int index) {
     index_ = std::clamp(index, 0, std::max(PageCount() - 1, 0));
+    setWindowTitle(CaptionFor(caption_));
     Redraw();
 }
 
@@ -214,7 +227,7 @@ void PreviewWindow::Redraw() {
     const Box& p = placement_.paper;
     paper_->setGeometry(p.left, p.top, p.width, p.height);
 
-    const QImage page = pages_.isEmpty() ? QImage() : pages_.at(index_);
+    const QImage page = pages_.isEmpty() ? QImage() : pages_.at(index_).preview;
     if (page.isNull()) {
         image_->hide();
     } else {

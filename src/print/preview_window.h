@@ -6,6 +6,7 @@
 #include <QPrinter>
 
 #include "print/paper_layout.h"
+#include "print/print_page.h"
 
 class QLabel;
 class QScrollArea;
@@ -32,8 +33,12 @@ class PreviewWindow : public QDialog {
         int pixelsPerInch = 96;  // of the screen the pages were drawn for
     };
 
-    PreviewWindow(const Setup& setup, QList<QImage> pages, sonalyx::Messenger& messenger,
-                  sonalyx::PrintEnvironment& environment, QWidget* parent);
+    PreviewWindow(const Setup& setup, QList<sonalyx::PrintPage> pages,
+                  sonalyx::Messenger& messenger, sonalyx::PrintEnvironment& environment,
+                  QWidget* parent);
+
+    // The caption: the document's title and "(Preview)"; a list of pages adds where it is.
+    void SetCaption(const QString& caption);
 
     sonalyx::ZoomMode Zoom() const { return zoom_; }
     int PageIndex() const { return index_; }
@@ -57,6 +62,9 @@ class PreviewWindow : public QDialog {
     virtual bool OffersPageRange() const = 0;
     void SetPage(int index);
     QToolButton* Button(const QString& name) const;
+    // The tool bar's own handle of a button: hiding the button itself does nothing there.
+    QAction* ButtonAction(const QString& name) const;
+    virtual QString CaptionFor(const QString& caption) const { return caption; }
     QStatusBar* StatusBar() const { return statusBar_; }
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -69,7 +77,8 @@ class PreviewWindow : public QDialog {
     void UpdateStatus();
 
     Setup setup_;
-    QList<QImage> pages_;
+    QList<sonalyx::PrintPage> pages_;
+    QString caption_;
     sonalyx::Messenger& messenger_;
     sonalyx::PrintEnvironment& environment_;
     QPrinter printer_;

@@ -89,7 +89,7 @@ void PrintCommand::RestoreWindows(TMDIChild& window) {
 }
 
 void PrintCommand::ShowPreview(PreviewWindow& form, const TMDIChild& window) {
-    form.setWindowTitle(window.windowTitle() + QStringLiteral("(Preview)"));
+    form.SetCaption(window.windowTitle() + QStringLiteral("(Preview)"));
     if (mainWindow_ != nullptr) {
         form.move(mainWindow_->pos());
     }
@@ -99,8 +99,8 @@ void PrintCommand::ShowPreview(PreviewWindow& form, const TMDIChild& window) {
 
 void PrintCommand::ExecutePreview(TMDIChild& window) {
     try {
-        const QImage picture = PrintPages::Capture(window);
-        TFormPrint form({true, window.windowTitle(), window.logicalDpiX()}, picture, messenger_,
+        const PrintPage page = PrintPages::WindowPage(window);
+        TFormPrint form({true, window.windowTitle(), window.logicalDpiX()}, page, messenger_,
                         environment_, mainWindow_);
         ShowPreview(form, window);
     } catch (const std::exception&) {
@@ -110,11 +110,13 @@ void PrintCommand::ExecutePreview(TMDIChild& window) {
 
 void PrintCommand::ExecutePrint(TMDIChild& window) {
     try {
-        const QImage picture = PrintPages::Capture(window);
-        RestoreWindows(window);
+        // The window is drawn onto the paper as it stands for the capture, so its size is
+        // given back only once the job is out.
+        const PrintPage page = PrintPages::WindowPage(window);
         ReleaseBusy();
-        TFormPrint form({false, window.windowTitle(), window.logicalDpiX()}, picture, messenger_,
+        TFormPrint form({false, window.windowTitle(), window.logicalDpiX()}, page, messenger_,
                         environment_, mainWindow_);
+        RestoreWindows(window);
     } catch (const std::exception&) {
         Refuse("Printer is not ready. Please try again.");
     }
@@ -123,7 +125,7 @@ void PrintCommand::ExecutePrint(TMDIChild& window) {
 void PrintCommand::ExecutePreviewTORVEPara(TMDIChild& window) {
     try {
         bool ok = false;
-        QList<QImage> pages = PrintPages::ParameterPages(window, false, ok);
+        QList<PrintPage> pages = PrintPages::ParameterPages(window, false, ok);
         if (!ok) {
             ReleaseBusy();
             Refuse("No data.");
@@ -140,7 +142,7 @@ void PrintCommand::ExecutePreviewTORVEPara(TMDIChild& window) {
 void PrintCommand::ExecutePrintTORVEPara(TMDIChild& window) {
     try {
         bool ok = false;
-        QList<QImage> pages = PrintPages::ParameterPages(window, true, ok);
+        QList<PrintPage> pages = PrintPages::ParameterPages(window, true, ok);
         RestoreWindows(window);
         ReleaseBusy();
         if (!ok) {

@@ -57,9 +57,18 @@ TEST_F(RenderTest, WritesEveryFormat) {
         std::string start;                    // the first bytes of a good file
         unsigned width = 0, height = 0;       // PNG only
         std::vector<std::string> holds = {};  // texts the file holds
+        std::vector<std::string> lacks = {};
     } cases[] = {
         {10, "--size 800x500", "w.png", "\x89PNG", 800, 500},
-        {9, "--freq", "v.svg", "<?xml", 0, 0, {"Time[msec]", "<path"}},
+        // Text in a family browsers know, the tab's file memo, no comparison key without one.
+        {9,
+         "--freq",
+         "v.svg",
+         "<?xml",
+         0,
+         0,
+         {"Time[msec]", "<path", "<title>sample-layout-9.csv</title>", "Living room with second"},
+         {"Sans Serif", "(dashed)"}},
         {7,
          "--channel 1 --difference --compare '" + sample(5) + "'",
          "cmp.svg",
@@ -69,7 +78,13 @@ TEST_F(RenderTest, WritesEveryFormat) {
          {"Reference: sample-layout-5.csv   Difference: this document minus the reference"}},
         {5, "--channel 1", "v.pdf", "%PDF-"},
         {5, "--tab groupdelay", "gd.png", "\x89PNG"},
-        {5, "--tab groupdelay --2d", "gd.svg", "<?xml", 0, 0, {"Group Delay[msec]", "20kHz"}},
+        {5,
+         "--tab groupdelay --2d",
+         "gd.svg",
+         "<?xml",
+         0,
+         0,
+         {"Group Delay[msec]", "20kHz", "Before mean", "Measured after moving the subwoofer"}},
         {7, "--tab groupdelay --bar", "gd.pdf", "%PDF-"},
         {9, "--tab parameters", "all.txt", sheet + "[ALL MEMORY]\r\nSpeaker Setting\r\n"},
         {9, "--tab parameters --memory 4", "four.txt", sheet + "[MEMORY4]\r\n"},
@@ -90,6 +105,8 @@ TEST_F(RenderTest, WritesEveryFormat) {
         EXPECT_EQ(out.substr(0, c.start.size()), c.start);
         for (const std::string& text : c.holds)
             EXPECT_NE(out.find(text), std::string::npos) << text;
+        for (const std::string& text : c.lacks)
+            EXPECT_EQ(out.find(text), std::string::npos) << text;
         if (c.file.ends_with(".svg")) {
             EXPECT_EQ(out.find("<image"), std::string::npos);
         }

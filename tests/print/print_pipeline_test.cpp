@@ -5,10 +5,12 @@
 #include <QComboBox>
 #include <QFile>
 #include <QPrintDialog>
+#include <QProgressDialog>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 #include <functional>
 #include <regex>
@@ -20,7 +22,9 @@
 #include "print/print_command.h"
 #include "print/print_environment.h"
 #include "print/print_pages.h"
+#include "print/report_command.h"
 #include "support/document_window.h"
+#include "support/golden.h"
 #include "views/parameters/parameters_view.h"
 
 using sonalyx::test::DocumentWindow;
@@ -195,7 +199,7 @@ TEST(PrintPages, SheetPagesByMemoryAndPurpose) {
         {"all memories, preview", true, 0, false, 2, 2},
         {"all memories, preview, no standing wave", false, 0, false, 1, 1},
         {"all memories, print", true, 0, true, 3, 3},
-        {"all memories, print, no standing wave", false, 0, true, 3, 1},
+        {"all memories, print, no standing wave", false, 0, true, 3, 2},
         {"one memory, preview", true, 2, false, 1, 1},
         {"one memory, print", true, 2, true, 1, 1},
     };
@@ -206,13 +210,13 @@ TEST(PrintPages, SheetPagesByMemoryAndPurpose) {
         doc->PageControl()->setCurrentIndex(TMDIChild::kParametersTab);
         doc->Parameters()->SetMemory(row.memory);
         bool ok = false;
-        const QList<QImage> pages =
+        const QList<sonalyx::PrintPage> pages =
             sonalyx::PrintPages::ParameterPages(doc.window(), row.forPrint, ok);
         EXPECT_TRUE(ok) << row.name;
         EXPECT_EQ(pages.size(), row.pages) << row.name;
-        EXPECT_EQ(
-            std::count_if(pages.begin(), pages.end(), [](const QImage& p) { return !p.isNull(); }),
-            row.drawn)
+        EXPECT_EQ(std::count_if(pages.begin(), pages.end(),
+                                [](const sonalyx::PrintPage& p) { return !p.IsEmpty(); }),
+                  row.drawn)
             << row.name;
         EXPECT_GT(doc->Parameters()->Sheet().width, 0) << row.name << ": screen sheet rebuilt";
     }
@@ -221,10 +225,10 @@ TEST(PrintPages, SheetPagesByMemoryAndPurpose) {
 TEST(FormPrintMulti, PageButtonsStayInsideTheList) {
     StandInEnvironment environment;
     sonalyx::test::RecordingMessenger messenger;
-    const QImage page(647, 1310, QImage::Format_RGB32);
+    const auto page = sonalyx::PrintPage::FromImage(QImage(647, 1310, QImage::Format_RGB32));
     for (int count : {1, 3}) {
-        TFormPrintMulti form({true, QStringLiteral("doc"), 96}, QList<QImage>(count, page),
-                             messenger, environment);
+        TFormPrintMulti form({true, QStringLiteral("doc"), 96},
+                             QList<sonalyx::PrintPage>(count, page), messenger, environment);
         const std::pair<const char*, int> clicks[] = {{"PreviousPage", 0}, {"FirstPage", 0},
                                                       {"NextPage", 1},     {"LastPage", 2},
                                                       {"NextPage", 2},     {"PreviousPage", 1}};
@@ -246,14 +250,15 @@ TEST(FormPrintMulti, PrintsTheChosenPagesOnlySkippingEmptyOnes) {
         {"all of 3, two empty", {true, false, false}, 0, 0, 1},
         {"all of 3", {true, true, true}, 0, 0, 3},
         {"pages 1 to 2 of 3", {true, true, true}, 1, 2, 2},
+        {"pages 2 to 3 of 3, both empty", {true, false, false}, 2, 3, 0},
     };
     QTemporaryDir folder;
     for (const Row& row : rows) {
-        QList<QImage> pages;
+        QList<sonalyx::PrintPage> pages;
         for (bool drawn : row.drawn) {
             QImage page(647, 1310, QImage::Format_RGB32);
             page.fill(Qt::white);
-            pages.append(drawn ? page : QImage());
+            pages.append(drawn ? sonalyx::PrintPage::FromImage(page) : sonalyx::PrintPage());
         }
         const QString pdf = folder.filePath(QString::fromLatin1(row.name) + ".pdf");
         StandInEnvironment environment;
@@ -278,7 +283,7 @@ TEST(PreviewWindows, LookLikePaperOnAGreyDesk) {
     DocumentWindow doc("11", {1000, 700});
     doc->Panel1()->ComboChannel()->setCurrentIndex(1);
     StandInEnvironment environment;
-    const QImage capture = sonalyx::PrintPages::Capture(doc.window());
+    const sonalyx::PrintPage capture = sonalyx::PrintPages::WindowPage(doc.window());
     EXPECT_FALSE(doc->PrintAppearance());
     TFormPrint single({true, doc->windowTitle(), 96}, capture, doc.messenger, environment);
     single.show();
@@ -298,12 +303,44 @@ TEST(PreviewWindows, LookLikePaperOnAGreyDesk) {
     TFormPrintMulti multi({true, doc->windowTitle(), 96},
                           sonalyx::PrintPages::ParameterPages(doc.window(), false, ok),
                           doc.messenger, environment);
+    multi.SetCaption(QStringLiteral("doc(Preview)"));
     multi.show();
     EXPECT_EQ(multi.PageCount(), 2);
+    // Save and Load are gone from the sheets' tool bar, not merely asked to hide.
+    for (const auto& [form, shown] : {std::pair<QWidget*, bool>{&single, true}, {&multi, false}}) {
+        for (const char* name : {"SaveReport", "LoadReport"}) {
+            EXPECT_EQ(form->findChild<QToolButton*>(QLatin1String(name))->isVisible(), shown)
+                << name;
+        }
+    }
+    multi.findChild<QToolButton*>(QStringLiteral("NextPage"))->click();
+    EXPECT_EQ(multi.windowTitle(), QStringLiteral("doc(Preview) - Page 2 of 2"));
     SaveScreenshot(multi, QStringLiteral("print-preview-sheet.png"));
     multi.findChild<QToolButton*>(QStringLiteral("ZoomToWidth"))->click();
     SaveScreenshot(multi, QStringLiteral("print-preview-sheet-width.png"));
     EXPECT_TRUE(doc.messenger.texts().empty());
+}
+
+// File > Report writes the window's document, compared with its reference, behind a progress
+// bar that counts its pages.
+TEST(ReportCommand, WritesTheWindowsDocumentBehindAProgressBar) {
+    DocumentWindow doc("7");
+    doc->SetReference(
+        std::make_shared<sonalyx::MeasurementDocument>(sonalyx::test::loadSampleDocument("5")),
+        QStringLiteral("sample-layout-5.csv"));
+    int pages = 0;
+    QTimer::singleShot(0, [&pages] {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (auto* bar = qobject_cast<QProgressDialog*>(widget)) {
+                pages = bar->maximum();
+            }
+        }
+    });
+    const QString path = doc.filePath(QStringLiteral("report.pdf"));
+    ASSERT_TRUE(sonalyx::ReportCommand(nullptr, doc.messenger).Write(doc.window(), path));
+    EXPECT_TRUE(doc.messenger.texts().empty());
+    EXPECT_EQ(pages, CountPdfPages(path));
+    EXPECT_GT(pages, 20) << "the reference's charts are there";
 }
 
 }  // namespace

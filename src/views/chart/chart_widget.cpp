@@ -1,6 +1,7 @@
 #include "views/chart/chart_widget.h"
 
 #include <QMouseEvent>
+#include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -41,6 +42,11 @@ void ChartWidget::renderCache() {
 void ChartWidget::paintEvent(QPaintEvent*) {
     const bool cacheFits = cacheValid_ && cache_.size() == size() * devicePixelRatioF();
     QPainter painter(this);
+    // Rendered onto a printer or a PDF the chart is drawn as vectors, never as its picture.
+    if (painter.paintEngine() != nullptr && painter.paintEngine()->type() != QPaintEngine::Raster) {
+        paint(painter, QRectF(rect()));
+        return;
+    }
     // Only a chart the mouse has come over keeps a picture of itself, until it next changes:
     // a hover then only moves the crosshair, and a window of charts nobody points at holds
     // no pixels beyond the screen's.

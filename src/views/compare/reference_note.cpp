@@ -95,11 +95,12 @@ void ReferenceNote::ShowComparison(const QString& title, bool overlaid, const QS
 }
 
 QString ReferenceNote::Summary() const {
+    // The texts, not the labels' visibility: a note never shown yet has its labels unhidden.
     QStringList parts;
-    if (reference_->isVisibleTo(this)) {
+    if (!reference_->text().isEmpty()) {
         parts << reference_->text() + (lineKey_->isVisibleTo(this) ? tr(" (dashed)") : QString());
     }
-    if (difference_->isVisibleTo(this)) {
+    if (!difference_->text().isEmpty()) {
         parts << difference_->text();
     }
     return parts.join(QStringLiteral("   "));

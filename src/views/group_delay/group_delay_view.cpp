@@ -85,24 +85,21 @@ void GroupDelayView::RebuildCharts(const GroupDelaySelection& selection) {
     chart_->update();
 }
 
-bool GroupDelayView::FillTable() {
-    const auto& gd = document_.groupDelay;
-    const GroupDelayFiller filler(document_, {});
-    table_->setRowCount(0);
+std::vector<GroupDelayView::GroupStatistics> GroupDelayView::Statistics(
+    const MeasurementDocument& document) {
+    const auto& gd = document.groupDelay;
+    const GroupDelayFiller filler(document, {});
+    std::vector<GroupStatistics> rows;
     for (int g = 0; g < kMaxGroups; ++g) {
         if (!gd.hasData[0][g] && !gd.hasData[1][g]) {
             continue;
         }
-        const int row = table_->rowCount();
-        table_->insertRow(row);
-        auto* name = new QTableWidgetItem(filler.GroupName(g));
-        name->setForeground(GroupDelayFiller::GroupColour(document_.groupIdAt(g)).darker(140));
-        table_->setItem(row, 0, name);
+        GroupStatistics row;
+        row.name = filler.GroupName(g);
+        row.colour = GroupDelayFiller::GroupColour(document.groupIdAt(g));
         for (int v = 0; v < kVariants; ++v) {
-            if (!gd.hasData[v][g]) {
-                for (int c = 0; c < 3; ++c) {
-                    table_->setItem(row, 1 + v * 3 + c, new QTableWidgetItem(tr("-")));
-                }
+            row.has[v] = gd.hasData[v][g];
+            if (!row.has[v]) {
                 continue;
             }
             const auto& values = gd.values[v][g];
@@ -111,10 +108,36 @@ bool GroupDelayView::FillTable() {
             for (const float value : values) {
                 sum += value;
             }
-            const double cells[3] = {*mn, *mx, sum / static_cast<double>(values.size())};
+            row.minimum[v] = *mn;
+            row.maximum[v] = *mx;
+            row.mean[v] = sum / static_cast<double>(values.size());
+        }
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+QString GroupDelayView::FigureText(double milliseconds) {
+    return QStringLiteral("%1 ms").arg(milliseconds, 0, 'f', 2);
+}
+
+bool GroupDelayView::FillTable() {
+    table_->setRowCount(0);
+    for (const GroupStatistics& statistics : Statistics(document_)) {
+        const int row = table_->rowCount();
+        table_->insertRow(row);
+        auto* name = new QTableWidgetItem(statistics.name);
+        name->setForeground(statistics.colour.darker(140));
+        table_->setItem(row, 0, name);
+        for (int v = 0; v < kVariants; ++v) {
+            const double cells[3] = {statistics.minimum[v], statistics.maximum[v],
+                                     statistics.mean[v]};
             for (int c = 0; c < 3; ++c) {
-                auto* item = new QTableWidgetItem(QStringLiteral("%1 ms").arg(cells[c], 0, 'f', 2));
-                item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+                auto* item =
+                    new QTableWidgetItem(statistics.has[v] ? FigureText(cells[c]) : tr("-"));
+                if (statistics.has[v]) {
+                    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+                }
                 table_->setItem(row, 1 + v * 3 + c, item);
             }
         }

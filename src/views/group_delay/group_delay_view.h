@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <vector>
 
 #include "document/measurement_document.h"
 #include "views/chart/chart_widget.h"
@@ -17,6 +18,20 @@ class GroupDelayView : public QWidget {
     Q_OBJECT
 
   public:
+    // One row of the statistics table: a group's minimum, maximum and mean delay (ms) before
+    // and after calibration, for the variants that have data.
+    struct GroupStatistics {
+        QString name;
+        QColor colour;
+        bool has[kVariants] = {};
+        double minimum[kVariants] = {};
+        double maximum[kVariants] = {};
+        double mean[kVariants] = {};
+    };
+    static std::vector<GroupStatistics> Statistics(const MeasurementDocument& document);
+    // "1.25 ms", as the table shows a figure.
+    static QString FigureText(double milliseconds);
+
     explicit GroupDelayView(const MeasurementDocument& document, QWidget* parent = nullptr);
 
     chart::ChartWidget* Chart101() const { return chart_; }

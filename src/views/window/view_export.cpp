@@ -13,6 +13,7 @@
 #include <QSlider>
 #include <QSvgGenerator>
 #include <QTabWidget>
+#include <QTableWidget>
 
 #include "views/chart/chart_json.h"
 #include "views/chart/chart_widget.h"
@@ -22,12 +23,18 @@
 #include "views/group_delay/group_delay_view.h"
 #include "views/reverb/reverb_view.h"
 #include "views/window/mdi_child.h"
+#include "views/window/memo_codec.h"
 
 namespace sonalyx {
 
 namespace {
 
 constexpr int kLegendStripHeight = 26;
+constexpr int kMemoBandHeight = 52;
+constexpr int kTableRowHeight = 20;
+const QColor kInk(232, 234, 238);
+const QColor kBoxEdge(75, 82, 94);
+const QColor kBoxFill(24, 26, 30);
 const char* const kTabNames[] = {"reverb", "groupdelay", "parameters"};
 
 // The widget whose rectangle the charts of the current tab are seen through.
@@ -46,6 +53,16 @@ const QWidget* ChartArea(const TMDIChild& window) {
 // desktop's, not part of the view (a window of its own, as on the command line, has none).
 QWidget* ClientArea(const TMDIChild& window) {
     return window.widget() != nullptr ? window.widget() : const_cast<TMDIChild*>(&window);
+}
+
+// Text in exports names a family every SVG and PDF reader knows (the widgets' own default,
+// "Sans Serif", is drawn with a serif face by browsers); sized in pixels, as the page is.
+QFont ExportFont(int pixels, bool bold = false) {
+    QFont font(QStringLiteral("Arial"));
+    font.setStyleHint(QFont::SansSerif);
+    font.setPixelSize(pixels);
+    font.setBold(bold);
+    return font;
 }
 
 }  // namespace
@@ -76,15 +93,56 @@ QRect ViewExport::ChartArea() const {
     return QRect(QPoint(0, 0), sonalyx::ChartArea(window_)->size());
 }
 
+QString ViewExport::FileMemo() const {
+    const int tab = window_.PageControl()->currentIndex();
+    if (tab != TMDIChild::kReverbTab && tab != TMDIChild::kGroupDelayTab) {
+        return {};
+    }
+    return MemoCodec::decode(window_.Document().fileMemos[tab]).trimmed();
+}
+
+int ViewExport::MemoBandHeight() const {
+    return FileMemo().isEmpty() ? 0 : kMemoBandHeight;
+}
+
+int ViewExport::TableBandHeight() const {
+    if (window_.PageControl()->currentIndex() != TMDIChild::kGroupDelayTab) {
+        return 0;
+    }
+    const int rows = window_.GroupDelay()->GroupDelayTable()->rowCount();
+    return rows > 0 ? (rows + 1) * kTableRowHeight + 8 : 0;
+}
+
 QSize ViewExport::VectorPageSize() const {
     const QRect area = ChartArea();
-    return {area.width(), area.height() + kLegendStripHeight};
+    return {area.width(),
+            MemoBandHeight() + area.height() + TableBandHeight() + kLegendStripHeight};
 }
 
 void ViewExport::PaintVector(QPainter& painter) const {
+    const QRect area = ChartArea();
+    painter.setFont(ExportFont(12));
+    painter.fillRect(QRect(QPoint(0, 0), VectorPageSize()), Qt::black);
+    int y = 0;
+    if (const int memo = MemoBandHeight(); memo > 0) {
+        PaintFileMemo(painter, QRect(0, 0, area.width(), memo));
+        y += memo;
+    }
+    painter.save();
+    painter.translate(0, y);
+    PaintCharts(painter);
+    painter.restore();
+    y += area.height();
+    if (const int table = TableBandHeight(); table > 0) {
+        PaintStatistics(painter, QRect(0, y, area.width(), table));
+        y += table;
+    }
+    PaintLegendStrip(painter, QRect(0, y, area.width(), kLegendStripHeight));
+}
+
+void ViewExport::PaintCharts(QPainter& painter) const {
     const QWidget* areaWidget = sonalyx::ChartArea(window_);
     const QRect area = ChartArea();
-    painter.fillRect(QRect(QPoint(0, 0), VectorPageSize()), Qt::black);
     painter.save();
     painter.setClipRect(area);
     for (const auto* chart : window_.TargetCharts()) {
@@ -100,8 +158,8 @@ void ViewExport::PaintVector(QPainter& painter) const {
     for (const auto* label : areaWidget->findChildren<QLabel*>()) {
         if (label->objectName().startsWith(QStringLiteral("ChartTitle")) &&
             label->isVisibleTo(&window_)) {
-            painter.setPen(QColor(232, 234, 238));
-            painter.setFont(label->font());
+            painter.setPen(kInk);
+            painter.setFont(ExportFont(label->fontInfo().pixelSize(), label->font().bold()));
             painter.drawText(QRect(label->mapTo(areaWidget, QPoint(0, 0)), label->size()),
                              Qt::AlignLeft | Qt::AlignVCenter, label->text());
         }
@@ -111,26 +169,63 @@ void ViewExport::PaintVector(QPainter& painter) const {
             continue;
         }
         const QRect rect(memo->mapTo(areaWidget, QPoint(0, 0)), memo->size());
-        painter.setPen(QColor(75, 82, 94));
-        painter.setBrush(QColor(24, 26, 30));
+        painter.setPen(kBoxEdge);
+        painter.setBrush(kBoxFill);
         painter.drawRect(rect.adjusted(0, 0, -1, -1));
-        painter.setPen(QColor(232, 234, 238));
-        QFont font = memo->font();
-        font.setPointSizeF(7);
-        painter.setFont(font);
+        painter.setPen(kInk);
+        painter.setFont(ExportFont(9));
         painter.drawText(rect.adjusted(3, 2, -3, -2),
                          Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, memo->toPlainText());
     }
     painter.restore();
-    PaintLegendStrip(painter, QRect(0, area.height(), area.width(), kLegendStripHeight));
+}
+
+void ViewExport::PaintFileMemo(QPainter& painter, const QRect& band) const {
+    const QRect box = band.adjusted(4, 4, -4, -4);
+    painter.setPen(kBoxEdge);
+    painter.setBrush(kBoxFill);
+    painter.drawRect(box.adjusted(0, 0, -1, -1));
+    painter.setPen(kInk);
+    painter.setFont(ExportFont(12));
+    painter.drawText(box.adjusted(5, 3, -5, -3), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap,
+                     FileMemo());
+}
+
+// The statistics table as the tab shows it: a header, then a row per group, its name in the
+// group's colour.
+void ViewExport::PaintStatistics(QPainter& painter, const QRect& band) const {
+    const QTableWidget* table = window_.GroupDelay()->GroupDelayTable();
+    const int columns = table->columnCount();
+    const QRect box = band.adjusted(4, 4, -4, -4);
+    const double width = static_cast<double>(box.width()) / columns;
+    painter.save();
+    painter.fillRect(QRect(box.left(), box.top(), box.width(), kTableRowHeight),
+                     QColor(32, 35, 41));
+    painter.setFont(ExportFont(12));
+    for (int row = -1; row < table->rowCount(); ++row) {
+        const int top = box.top() + (row + 1) * kTableRowHeight;
+        for (int c = 0; c < columns; ++c) {
+            const QRect cell(box.left() + static_cast<int>(c * width) + 6, top,
+                             static_cast<int>(width) - 12, kTableRowHeight);
+            const QTableWidgetItem* item =
+                row < 0 ? table->horizontalHeaderItem(c) : table->item(row, c);
+            if (item == nullptr) {
+                continue;
+            }
+            painter.setPen(row >= 0 && c == 0 ? item->foreground().color().lighter(140) : kInk);
+            painter.drawText(cell, (c == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter,
+                             item->text());
+        }
+        painter.setPen(kBoxEdge);
+        painter.drawLine(box.left(), top + kTableRowHeight, box.right(), top + kTableRowHeight);
+    }
+    painter.restore();
 }
 
 void ViewExport::PaintLegendStrip(QPainter& painter, const QRect& strip) const {
     painter.fillRect(strip, QColor(32, 35, 41));
     const ViewControls* panel = window_.Panel1();
-    QFont font = painter.font();
-    font.setPointSizeF(8);
-    painter.setFont(font);
+    painter.setFont(ExportFont(11));
     int x = strip.left() + 8;
     for (int i = 0; i < kLegendEntries; ++i) {
         const QString caption = panel->LegendCaption(i);
@@ -234,7 +329,7 @@ bool ViewExport::Save(const QString& path, QString& error) const {
         svg.setOutputDevice(&file);
         svg.setSize(VectorPageSize());
         svg.setViewBox(QRect(QPoint(0, 0), VectorPageSize()));
-        svg.setTitle(window_.windowTitle());
+        svg.setTitle(QFileInfo(window_.windowTitle()).fileName());
         QPainter painter(&svg);
         PaintVector(painter);
         written = painter.end();
@@ -243,7 +338,7 @@ bool ViewExport::Save(const QString& path, QString& error) const {
         pdf.setResolution(72);
         pdf.setPageSize(QPageSize(QSizeF(VectorPageSize()), QPageSize::Point));
         pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
-        pdf.setTitle(window_.windowTitle());
+        pdf.setTitle(QFileInfo(window_.windowTitle()).fileName());
         QPainter painter(&pdf);
         PaintVector(painter);
         written = painter.end();

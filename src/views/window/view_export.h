@@ -31,12 +31,19 @@ class ViewExport {
     QImage Grab() const;
     std::string TabJson() const;
     void WriteTabJson(chart::JsonWriter& json) const;
-    // Size of the vector page: the charts' visible area and a legend strip below it.
+    // Size of the vector page: the tab's file memo when it holds text, the charts' visible
+    // area, the Group Delay tab's statistics table, and a legend strip below them.
     QSize VectorPageSize() const;
     void PaintVector(QPainter& painter) const;
 
   private:
     QRect ChartArea() const;
+    QString FileMemo() const;
+    int MemoBandHeight() const;
+    int TableBandHeight() const;
+    void PaintCharts(QPainter& painter) const;
+    void PaintFileMemo(QPainter& painter, const QRect& band) const;
+    void PaintStatistics(QPainter& painter, const QRect& band) const;
     void PaintLegendStrip(QPainter& painter, const QRect& strip) const;
 
     const TMDIChild& window_;
