@@ -102,9 +102,26 @@ TEST_F(RenderTest, WritesEveryFormat) {
     }
 }
 
+// A document without data is written as its graph tabs show it: the "No Data" label.
+TEST_F(RenderTest, ADocumentWithoutDataIsDrawnAsItsTabShowsIt) {
+    std::ofstream(path("empty.csv")) << "[DATE]\r\n2026.01.02 03:04\r\n";
+    const struct {
+        std::string options, file, holds;
+    } cases[] = {{"", "r.json", "\"noData\": true"},
+                 {"--tab groupdelay", "g.json", "\"noData\": true"},
+                 {"--tab groupdelay", "g.svg", ">No Data<"},
+                 {"", "r.svg", ">No Data<"},
+                 {"", "r.png", "\x89PNG"}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(render("'" + path("empty.csv") + "' " + c.options + " -o '" + path(c.file) + "'"),
+                  0)
+            << err_;
+        EXPECT_NE(bytes(c.file).find(c.holds), std::string::npos) << c.file;
+    }
+}
+
 TEST_F(RenderTest, FailuresWriteNothing) {
     std::ofstream(path("notes.csv")) << "hello\n";
-    std::ofstream(path("empty.csv")) << "[DATE]\r\n2026.01.02 03:04\r\n";
     MeasurementDocument doc;
     ASSERT_TRUE(DocumentLoader::load(doc, readLinesOrFail(sample(5)), "x", nullptr));
     doc.parameterLines.clear();
@@ -125,7 +142,6 @@ TEST_F(RenderTest, FailuresWriteNothing) {
         {five + " -o '" + path("x.json") + "' --compare " + five +
              " --difference --after-minus-before",
          2, "sonalyx-cli: --difference and"},
-        {"'" + path("empty.csv") + "' -o '" + path("x.json") + "'", 1, "No data."},
         {"'" + path("missing.csv") + "' -o '" + path("x.png") + "'", 1, "The file is not exist."},
         {"'" + path("bare.csv") + "' --tab parameters -o '" + path("x.txt") + "'", 1, "No data."},
         {params + " -o '" + path("no/such/dir/out.png") + "'", 1, "Can't write the file."},

@@ -10,6 +10,8 @@
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
+#include <QWheelEvent>
+#include <functional>
 
 #include "document/document_file.h"
 #include "document/document_loader.h"
@@ -206,6 +208,20 @@ TEST(MDIChild, TrackbarsDriveTheChartViews) {
     panel->TrackBar(Track::Rotation)->setValue(20);
     EXPECT_EQ(charts.front()->model().view.rotation, 340);
     EXPECT_EQ(panel->EditRotation()->text(), QStringLiteral("0"));
+
+    // Each graph tab's trackbars show what its own charts have.
+    child->SetGraph3D(true);
+    child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
+    EXPECT_EQ(panel->TrackBar(Track::Zoom)->value(), 18);
+    panel->TrackBar(Track::Zoom)->setValue(10);
+    panel->TrackBar(Track::Rotation)->setValue(80);
+    for (const int tab : {TMDIChild::kReverbTab, TMDIChild::kGroupDelayTab}) {
+        child->PageControl()->setCurrentIndex(tab);
+        const auto& model = child->TargetCharts().front()->model();
+        EXPECT_EQ(panel->TrackBar(Track::Zoom)->value(), tab == 0 ? 19 : 10);
+        EXPECT_EQ(360 - panel->TrackBar(Track::Rotation)->value(), model.view.rotation);
+        EXPECT_EQ(panel->EditRotation()->text().toInt(), panel->TrackBar(Track::Rotation)->value());
+    }
 }
 
 TEST(MDIChild, TimeSliceLabelsAndBarMode) {
@@ -226,6 +242,8 @@ TEST(MDIChild, TimeSliceLabelsAndBarMode) {
     const auto& bar = child->Reverb()->Chart(0)->model().series[0];
     EXPECT_EQ(bar.kind, chart::SeriesKind::Bar);
     EXPECT_NEAR(bar.points.at(0).y, child->Document().reverbValues[0][0][0][4] + 58.0, 1e-4);
+    panel->TrackBar(Track::Zoom)->setValue(12);  // the bars stay on the floor of the axis
+    EXPECT_EQ(bar.origin, child->Reverb()->Chart(0)->model().left.minimum);
 
     child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
     EXPECT_EQ(slice->maximum(), 63);
@@ -248,14 +266,30 @@ TEST(MDIChild, TimeSliceLabelsAndBarMode) {
 
 TEST(MDIChild, WheelAndArrowKeysScrollTheChartsBy32) {
     DocumentWindow child("10", QSize(1000, 500));
-    QScrollBar* bar = child->Reverb()->ScrollBox1()->verticalScrollBar();
-    ASSERT_GT(bar->maximum(), 64);
+    QScrollArea* box = child->Reverb()->ScrollBox1();
+    QScrollBar* bar = box->verticalScrollBar();
+    ASSERT_GT(bar->maximum(), 96);
     child->OnMouseWheelDown();
     EXPECT_EQ(bar->value(), 32);
     QTest::keyClick(&*child, Qt::Key_Down);
     EXPECT_EQ(bar->value(), 64);
+    QTest::keyClick(box, Qt::Key_Down);  // the box itself, once a chart was clicked
+    EXPECT_EQ(bar->value(), 96);
     child->OnMouseWheelUp();
-    EXPECT_EQ(bar->value(), 32);
+    EXPECT_EQ(bar->value(), 64);
+    // 32 pixels per 120 units of vertical delta, however the delta comes.
+    const struct {
+        QPoint delta;
+        int value;
+    } wheel[] = {{{0, -40}, 64}, {{0, -40}, 64}, {{0, -40}, 96}, {{-120, 0}, 96},
+                 {{0, 0}, 96},   {{0, 240}, 32}, {{0, 60}, 32},  {{0, 60}, 0}};
+    for (const auto& w : wheel) {
+        QWheelEvent event(QPointF(5, 5), box->mapToGlobal(QPointF(5, 5)), QPoint(), w.delta,
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(box->viewport(), &event);
+        EXPECT_EQ(bar->value(), w.value) << w.delta.x() << "," << w.delta.y();
+    }
+    bar->setValue(32);
     child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
     child->OnMouseWheelDown();
     child->PageControl()->setCurrentIndex(TMDIChild::kReverbTab);

@@ -18,6 +18,7 @@ namespace sonalyx {
 namespace {
 
 constexpr int kColumns = 3;
+constexpr int kScrollStep = 32;
 
 void MarkEmpty(QPlainTextEdit* memo) {
     const bool empty = memo->document()->isEmpty();
@@ -46,6 +47,9 @@ ReverbView::ReverbView(MeasurementDocument& document, QWidget* parent)
     scrollBox1_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scrollBox1_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scrollBox1_->installEventFilter(this);
+    // A chart clicked gives the box the focus; its arrow keys then step as the window's do.
+    scrollBox1_->verticalScrollBar()->setSingleStep(kScrollStep);
+    scrollBox1_->horizontalScrollBar()->setSingleStep(kScrollStep);
     layout->addWidget(scrollBox1_);
 
     content_ = new QWidget;
