@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QMdiArea>
 #include <QPainter>
+#include <QSlider>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -148,6 +149,26 @@ BENCHMARK(BM_FullRedraw)->ArgName("reference")->Arg(0)->Arg(1)->Unit(benchmark::
 using bench::NoChooser;
 using bench::NoMessages;
 
+// Display > Fit to Data over the Reverb tab's fifteen charts (ten shown), from the search
+// over the trackbar positions to the axes set through the trackbars' handlers.
+void BM_FitToData(benchmark::State& state) {
+    const auto lines =
+        readDocumentLines(std::string(SONALYX_SAMPLES_DIR) + "/sample-layout-10.csv");
+    NoMessages messenger;
+    NoChooser chooser;
+    TMDIChild window(QStringLiteral("bench.csv"), messenger, chooser);
+    window.resize(kWindowWidth, kWindowHeight);
+    window.show();
+    window.LoadDocument(*lines, QStringLiteral("bench.csv"));
+    QSlider* zoom = window.Panel1()->TrackBar(Track::Zoom);
+    for (auto _ : state) {
+        zoom->setValue(0);  // so that every round has the whole way to go
+        window.FitToData();
+        benchmark::DoNotOptimize(zoom->value());
+    }
+}
+BENCHMARK(BM_FitToData)->Unit(benchmark::kMillisecond);
+
 // What one more open document window costs in resident memory: a nine-channel document on
 // its Reverb tab, shown and painted. The first window also pays for what every window shares
 // (fonts, style, caches), so a second one is the price of a window.
@@ -232,6 +253,13 @@ class RatioReporter : public benchmark::ConsoleReporter {
                 compared, compared / floor);
         }
     }
+    void printFit() const {
+        const auto it = cpuMs_.find("BM_FitToData");
+        if (it != cpuMs_.end()) {
+            std::printf("Fit to Data over the Reverb tab's charts: %.3f ms CPU (target <= 5)\n",
+                        it->second);
+        }
+    }
     static void printMemory() {
         std::printf(
             "one document window (9 channels, Reverb tab): +%.1f MB resident (target <= 5); "
@@ -255,6 +283,7 @@ int main(int argc, char** argv) {
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.printRatios();
+    reporter.printFit();
     RatioReporter::printMemory();
     benchmark::Shutdown();
     return 0;

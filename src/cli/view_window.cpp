@@ -97,6 +97,9 @@ bool ApplyView(TMDIChild& window, const RenderOptions& o) {
     if (o.bar) {
         window.OnClickTimeSlice();
     }
+    if (o.fit) {
+        window.FitToData();
+    }
     return true;
 }
 

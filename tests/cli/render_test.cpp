@@ -37,6 +37,8 @@ TEST_F(RenderTest, ChartDataOfAFewViewsMatchesTheGoldenFiles) {
          "--tab groupdelay --2d --zoom 12 --difference --compare '" + sample(7) + "'"},
         {"views/after-minus-before-9-freq4-bar2d.json", 9,
          "--freq --channel 4 --2d --bar --slice 3 --after-minus-before"},
+        // Fit to Data comes last, whatever the order given.
+        {"views/groupdelay-11-fit.json", 11, "--fit --tab groupdelay --zoom 19 --move 3"},
     };
     for (const auto& r : rows) {
         const std::string out = path("view.json");
@@ -109,7 +111,7 @@ TEST_F(RenderTest, ADocumentWithoutDataIsDrawnAsItsTabShowsIt) {
         std::string options, file, holds;
     } cases[] = {{"", "r.json", "\"noData\": true"},
                  {"--tab groupdelay", "g.json", "\"noData\": true"},
-                 {"--tab groupdelay", "g.svg", ">No Data<"},
+                 {"--tab groupdelay --fit", "g.svg", ">No Data<"},
                  {"", "r.svg", ">No Data<"},
                  {"", "r.png", "\x89PNG"}};
     for (const auto& c : cases) {

@@ -16,8 +16,10 @@
 #include "document/document_file.h"
 #include "document/document_loader.h"
 #include "support/document_window.h"
+#include "support/golden.h"
 #include "views/chart/chart_widget.h"
 #include "views/reverb/reverb_view.h"
+#include "views/window/fit_to_data.h"
 #include "views/window/panel_button.h"
 
 namespace sonalyx::test {
@@ -221,6 +223,71 @@ TEST(MDIChild, TrackbarsDriveTheChartViews) {
         EXPECT_EQ(panel->TrackBar(Track::Zoom)->value(), tab == 0 ? 19 : 10);
         EXPECT_EQ(360 - panel->TrackBar(Track::Rotation)->value(), model.view.rotation);
         EXPECT_EQ(panel->EditRotation()->text().toInt(), panel->TrackBar(Track::Rotation)->value());
+    }
+}
+
+// Every point the visible charts draw lies inside the fitted axis, and no move at one zoom
+// step tighter holds them all.
+TEST(MDIChild, FitToDataHoldsEveryDrawnPointAtTheTightestZoom) {
+    const auto groupDelay = [](TMDIChild& w) {
+        w.PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
+    };
+    const struct {
+        const char* layout;
+        std::function<void(TMDIChild&)> view;
+    } rows[] = {
+        {"11", [](TMDIChild&) {}},
+        {"11", groupDelay},
+        {"11",
+         [&](TMDIChild& w) {
+             groupDelay(w);
+             w.OnClickEQAfter();
+             w.SetGraph3D(false);
+             w.OnClickTimeSlice();
+         }},
+        {"9",
+         [](TMDIChild& w) {
+             w.FreqClick();
+             w.OnClickTimeSlice();
+         }},
+        {"5",
+         [](TMDIChild& w) {
+             w.Panel1()->ComboChannel()->setCurrentIndex(2);
+             w.Panel1()->TrackBar(Track::Zoom)->setValue(2);
+         }},
+        // The reference's curves count, and so do differences about 0.
+        {"7",
+         [](TMDIChild& w) {
+             auto hot = std::make_shared<MeasurementDocument>(loadSampleDocument("11"));
+             w.SetReference(hot, QStringLiteral("11"));
+         }},
+        {"10", [](TMDIChild& w) { w.SetDifferenceMode(DifferenceMode::AfterMinusBefore); }},
+    };
+    for (const auto& row : rows) {
+        DocumentWindow child(row.layout);
+        row.view(*child);
+        child->FitToData();
+        std::vector<const chart::ChartModel*> models;
+        for (const auto* chart : child->TargetCharts())
+            models.push_back(&chart->model());
+        const auto span = FitToData::DrawnSpan(models);
+        ASSERT_TRUE(span.has_value());
+        const auto outside = [&] {
+            const auto& left = models.front()->left;
+            return left.minimum > span->low || left.maximum < span->high;
+        };
+        for (const auto* model : models)
+            EXPECT_EQ(model->left.minimum, models.front()->left.minimum);
+        EXPECT_FALSE(outside()) << row.layout;
+        QSlider* zoom = child->Panel1()->TrackBar(Track::Zoom);
+        QSlider* move = child->Panel1()->TrackBar(Track::Move);
+        if (zoom->value() == zoom->maximum())
+            continue;  // nothing is tighter
+        zoom->setValue(zoom->value() + 1);
+        for (int m = move->minimum(); m <= move->maximum(); ++m) {
+            move->setValue(m);
+            EXPECT_TRUE(outside()) << row.layout << " move " << m;
+        }
     }
 }
 

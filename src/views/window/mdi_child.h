@@ -105,6 +105,9 @@ class TMDIChild : public QMdiSubWindow {
     void S_TimeSlice();
     void OnClickTimeSlice();
     void SwitchBarMode(bool on);
+    // Display > Fit to Data: the tightest zoom and move whose axis holds every point the
+    // tab's visible charts draw, set through the trackbars as a user would.
+    void FitToData();
     void OnClickEQBefore();
     void OnClickEQAfter();
     void ChClick();

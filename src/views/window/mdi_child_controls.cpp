@@ -18,6 +18,7 @@
 #include "views/parameters/parameters_view.h"
 #include "views/parameters/sheet_scroll_box.h"
 #include "views/reverb/reverb_view.h"
+#include "views/window/fit_to_data.h"
 #include "views/window/panel_button.h"
 #include "views/window/step_button.h"
 
@@ -239,6 +240,44 @@ void TMDIChild::S_Move() {
         sonalyx::ReferenceOverlay::SetBarOrigins(model, ZeroWhenDiffering(range.minimum));
     }
     RepaintCharts();
+}
+
+void TMDIChild::FitToData() {
+    if (pageControl_->currentIndex() == kParametersTab) {
+        return;
+    }
+    std::vector<const sonalyx::chart::ChartModel*> models;
+    for (const auto* chart : TargetCharts()) {
+        models.push_back(&chart->model());
+    }
+    const auto span = sonalyx::FitToData::DrawnSpan(models);
+    if (!span) {
+        return;
+    }
+    QSlider* zoom = panel1_->TrackBar(Track::Zoom);
+    QSlider* move = panel1_->TrackBar(Track::Move);
+    // The axis the two handlers leave behind: zoom sets the step, move places the range.
+    const bool reverb = pageControl_->currentIndex() == kReverbTab;
+    const double levelBase = ZeroWhenDiffering(sonalyx::kLevelBase);
+    const sonalyx::GroupDelayAxis delayAxis = GroupDelayAxisInView();
+    const auto axisAt = [&](int z, int m) {
+        namespace axis = sonalyx::view_axis;
+        return reverb ? axis::ReverbMove(m, axis::ReverbZoom(z, 0, 0).increment, levelBase)
+                      : axis::GroupDelayMove(m, axis::GroupDelayZoom(z, m, delayAxis).increment,
+                                             delayAxis);
+    };
+    const auto fit = sonalyx::FitToData::Search(*span, axisAt, zoom->maximum(), move->minimum(),
+                                                move->maximum());
+    // A trackbar already in place fires no change, so its handler is asked directly.
+    const auto apply = [this](QSlider* track, int position, void (TMDIChild::*handler)()) {
+        if (track->value() == position) {
+            (this->*handler)();
+        } else {
+            track->setValue(position);
+        }
+    };
+    apply(zoom, fit.zoom, &TMDIChild::S_Zoom);
+    apply(move, fit.move, &TMDIChild::S_Move);
 }
 
 void TMDIChild::S_Elevation() {
