@@ -30,6 +30,9 @@ constexpr int kWindowWidth = 1600;
 constexpr int kWindowHeight = 1000;
 constexpr int kCharts = 15;
 constexpr int kBands = 9;
+// Zoom 19 about 57.5 dB: 5 dB of the sample's 10.
+constexpr double kAxisMin = 55;
+constexpr double kAxisMax = 60;
 
 const QColor kBandColours[kBands] = {{248, 0, 0},    {232, 72, 8},   {248, 160, 40},
                                      {192, 216, 56}, {0, 216, 112},  {0, 104, 224},
@@ -50,7 +53,8 @@ const MeasurementDocument& sampleDocument() {
 }
 
 // Fifteen charts as the Reverb tab fills them: nine band decays of one channel each, the
-// default 3D view, the left axis moved so the sample's levels are in view.
+// default 3D view, the left axis zoomed in so that the starts and the tails of the decays run
+// past it and every chart draws its clipping marks too.
 struct Tab {
     std::vector<ChartModel> charts;
     std::vector<QRectF> rects;
@@ -66,7 +70,7 @@ struct Tab {
         for (int c = 0; c < kCharts; ++c) {
             ChartModel m;
             m.name = QStringLiteral("Chart%1").arg(c + 1);
-            m.left = {50, 80, 3, QStringLiteral("Level[dB] ")};
+            m.left = {kAxisMin, kAxisMax, 0.5, QStringLiteral("Level[dB] ")};
             m.bottom = {0, 160, 10, QStringLiteral("Time[msec]")};
             m.depth = {0, 1, 1, QStringLiteral("Freq[Hz]")};
             const int position = c % std::max(1, doc.channelCount);
@@ -108,8 +112,9 @@ void BM_Floor(benchmark::State& state) {
             }
             std::vector<QPointF> line;
             for (const Point& p : s.points) {
-                line.emplace_back(r.left() + r.width() * p.x / 160.0,
-                                  r.bottom() - r.height() * (p.y - 50.0) / 30.0);
+                line.emplace_back(
+                    r.left() + r.width() * p.x / 160.0,
+                    r.bottom() - r.height() * (p.y - kAxisMin) / (kAxisMax - kAxisMin));
             }
             lines.push_back(std::move(line));
             colours.push_back(s.colour);
