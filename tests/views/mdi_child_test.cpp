@@ -141,6 +141,16 @@ TEST(MDIChild, MemosAreShownEditedStoredAndSaved) {
     child->Reverb()->ChannelMemo(0)->setPlainText(QStringLiteral("fronts as a pair"));
     EXPECT_EQ(doc.groupMemos[0], std::vector<std::string>{"fronts as a pair"});
     EXPECT_EQ(doc.channelMemos[0], reread.channelMemos[0]);
+
+    // An empty memo invites a note only under the mouse; a long one scrolls.
+    QPlainTextEdit* blank = child->Reverb()->ChannelMemo(2);
+    EXPECT_TRUE(blank->placeholderText().isEmpty());
+    QEvent enter(QEvent::Enter);
+    QApplication::sendEvent(blank, &enter);
+    EXPECT_EQ(blank->placeholderText(), QStringLiteral("Channel memo"));
+    blank->setPlainText(QStringLiteral("one\ntwo\nthree\nfour\nfive"));
+    QApplication::processEvents();
+    EXPECT_TRUE(blank->verticalScrollBar()->isVisibleTo(blank));
 }
 
 TEST(MDIChild, ChFreqAndPairModeReduceTheSelectionAndRebuildTheLists) {
@@ -388,6 +398,14 @@ TEST(MDIChild, GroupDelayGroupsAreShown) {
     auto* groups = child->findChild<QTableWidget*>(QStringLiteral("GroupDelayTable"));
     ASSERT_GT(groups->rowCount(), 0);
     EXPECT_EQ(groups->item(0, 0)->text(), QStringLiteral("Front"));
+    // The legend reads every group's name whole.
+    child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
+    QApplication::processEvents();
+    for (auto* title : child->Panel1()->PanelLegend()->findChildren<QLabel*>()) {
+        if (title->isVisibleTo(child->Panel1())) {
+            EXPECT_GE(title->width(), title->sizeHint().width()) << title->text().toStdString();
+        }
+    }
 }
 
 }  // namespace
