@@ -11,7 +11,6 @@
 #include <QTableWidget>
 #include <QTest>
 #include <QWheelEvent>
-#include <functional>
 
 #include "document/document_file.h"
 #include "document/document_loader.h"
@@ -239,43 +238,41 @@ TEST(MDIChild, TrackbarsDriveTheChartViews) {
 // Every point the visible charts draw lies inside the fitted axis, and no move at one zoom
 // step tighter holds them all.
 TEST(MDIChild, FitToDataHoldsEveryDrawnPointAtTheTightestZoom) {
-    const auto groupDelay = [](TMDIChild& w) {
-        w.PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
-    };
     const struct {
         const char* layout;
-        std::function<void(TMDIChild&)> view;
+        int tab = 0;
+        bool after = false, bars = false, freq = false;  // bars: 2D bars
+        int channel = 0, zoom = -1;
+        const char* reference = nullptr;  // its curves count too
+        DifferenceMode difference = DifferenceMode::Off;
     } rows[] = {
-        {"11", [](TMDIChild&) {}},
-        {"11", groupDelay},
-        {"11",
-         [&](TMDIChild& w) {
-             groupDelay(w);
-             w.OnClickEQAfter();
-             w.SetGraph3D(false);
-             w.OnClickTimeSlice();
-         }},
-        {"9",
-         [](TMDIChild& w) {
-             w.FreqClick();
-             w.OnClickTimeSlice();
-         }},
-        {"5",
-         [](TMDIChild& w) {
-             w.Panel1()->ComboChannel()->setCurrentIndex(2);
-             w.Panel1()->TrackBar(Track::Zoom)->setValue(2);
-         }},
-        // The reference's curves count, and so do differences about 0.
-        {"7",
-         [](TMDIChild& w) {
-             auto hot = std::make_shared<MeasurementDocument>(loadSampleDocument("11"));
-             w.SetReference(hot, QStringLiteral("11"));
-         }},
-        {"10", [](TMDIChild& w) { w.SetDifferenceMode(DifferenceMode::AfterMinusBefore); }},
+        {"11"},
+        {"11", 1},
+        {"11", 1, true, true},
+        {"9", 0, false, true, true},
+        {"5", 0, false, false, false, 2, 2},
+        {.layout = "7", .reference = "11"},
+        {.layout = "10", .difference = DifferenceMode::AfterMinusBefore},
     };
     for (const auto& row : rows) {
         DocumentWindow child(row.layout);
-        row.view(*child);
+        child->PageControl()->setCurrentIndex(row.tab);
+        if (row.reference)
+            child->SetReference(
+                std::make_shared<MeasurementDocument>(loadSampleDocument(row.reference)),
+                QStringLiteral("ref"));
+        child->SetDifferenceMode(row.difference);
+        if (row.after)
+            child->OnClickEQAfter();
+        if (row.freq)
+            child->FreqClick();
+        if (row.bars) {
+            child->SetGraph3D(false);
+            child->OnClickTimeSlice();
+        }
+        child->Panel1()->ComboChannel()->setCurrentIndex(row.channel);
+        if (row.zoom >= 0)
+            child->Panel1()->TrackBar(Track::Zoom)->setValue(row.zoom);
         child->FitToData();
         std::vector<const chart::ChartModel*> models;
         for (const auto* chart : child->TargetCharts())
