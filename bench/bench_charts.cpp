@@ -30,9 +30,9 @@ constexpr int kWindowWidth = 1600;
 constexpr int kWindowHeight = 1000;
 constexpr int kCharts = 15;
 constexpr int kBands = 9;
-// Zoom 19 about 57.5 dB: 5 dB of the sample's 10.
-constexpr double kAxisMin = 55;
-constexpr double kAxisMax = 60;
+// Zoom 19 about 58.5 dB: 5 dB of the sample's 10, the starts above it and the tails below.
+constexpr double kAxisMin = 56;
+constexpr double kAxisMax = 61;
 
 const QColor kBandColours[kBands] = {{248, 0, 0},    {232, 72, 8},   {248, 160, 40},
                                      {192, 216, 56}, {0, 216, 112},  {0, 104, 224},
