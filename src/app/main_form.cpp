@@ -422,6 +422,12 @@ void TMainForm::PairChExecute() {
     }
 }
 
+void TMainForm::FitToDataExecute() {
+    if (TMDIChild* child = ActiveDocument()) {
+        child->FitToData();
+    }
+}
+
 void TMainForm::DecayTimesExecute() {
     TMDIChild* child = ActiveDocument();
     if (child == nullptr) {

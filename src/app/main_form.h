@@ -108,6 +108,7 @@ class TMainForm : public QMainWindow {
     void PairChExecute();
     void DemoExecute(bool on);
     void DecayTimesExecute();
+    void FitToDataExecute();
 
   signals:
     void StartupCompleted();

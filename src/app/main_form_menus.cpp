@@ -153,6 +153,9 @@ void TMainForm::CreateActions() {
     connect(demo, &QAction::toggled, this, &TMainForm::DemoExecute);
     bind(MakeAction(QStringLiteral("DisplayDecayTimes"), tr("Decay Times(&R)..."), nullptr, false),
          &TMainForm::DecayTimesExecute);
+    bind(MakeAction(QStringLiteral("DisplayFitToData"), tr("Fit to Data(&F)"), "F", false),
+         &TMainForm::FitToDataExecute)
+        ->setIcon(ToolIcons::Make(ToolIcons::Fit));
 }
 
 void TMainForm::CreateMenus() {
@@ -203,6 +206,7 @@ void TMainForm::CreateMenus() {
     type->addAction(Action(QStringLiteral("ActionEachCh")));
     type->addAction(Action(QStringLiteral("ActionPairCh")));
     display->addAction(Action(QStringLiteral("ActionDemo")));
+    display->addAction(Action(QStringLiteral("DisplayFitToData")));
     display->addSeparator();
     display->addAction(Action(QStringLiteral("DisplayDecayTimes")));
     display->addSeparator();
@@ -239,7 +243,7 @@ void TMainForm::CreateToolBar() {
     };
     add({"FileOpen1", "FileSave1", "FileReceive", "FilePrint", "FilePreview", "FileExport"});
     add({"EditCut1", "EditCopy1", "EditPaste1"});
-    add({"Graph2D", "Graph3D"});
+    add({"Graph2D", "Graph3D", "DisplayFitToData"});
     for (const char* name : {"WindowCascade1", "WindowTileHorizontal1", "WindowArrangeAll1"}) {
         toolBar_->addAction(Action(QLatin1String(name)));
     }
@@ -297,7 +301,7 @@ void TMainForm::RebuildHistoryMenu() {
 void TMainForm::UpdateDocumentActions() {
     const bool any = !DocumentWindows().isEmpty();
     for (const char* name : {"FileSave1", "FileSaveAs1", "FileExport", "FileReport", "ActionEachCh",
-                             "ActionPairCh", "DisplayDecayTimes"}) {
+                             "ActionPairCh", "DisplayDecayTimes", "DisplayFitToData"}) {
         Action(QLatin1String(name))->setEnabled(any);
     }
     // The demonstration shares the window's timer and stays off while a receive runs.

@@ -191,6 +191,20 @@ void drawDemo(QPainter& p) {
     p.drawPolygon(QPolygonF({{13, 11}, {21, 16}, {13, 21}}));
 }
 
+// A decay curve with the axis closing in on it from above and below.
+void drawFit(QPainter& p) {
+    page(p, QRectF(3, 8, 26, 16));
+    p.setPen(QPen(kRed, 2.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.setBrush(Qt::NoBrush);
+    QPainterPath curve(QPointF(6, 11));
+    curve.cubicTo(QPointF(11, 17), QPointF(16, 20), QPointF(26, 21));
+    p.drawPath(curve);
+    p.setPen(Qt::NoPen);
+    p.setBrush(kBlue);
+    p.drawPolygon(QPolygonF({{11, 1}, {21, 1}, {16, 6.5}}));
+    p.drawPolygon(QPolygonF({{11, 31}, {21, 31}, {16, 25.5}}));
+}
+
 void draw(QPainter& p, ToolIcons::Kind kind) {
     switch (kind) {
         case ToolIcons::Open:
@@ -225,6 +239,8 @@ void draw(QPainter& p, ToolIcons::Kind kind) {
             return drawArrange(p);
         case ToolIcons::Demo:
             return drawDemo(p);
+        case ToolIcons::Fit:
+            return drawFit(p);
     }
 }
 

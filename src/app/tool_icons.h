@@ -22,6 +22,7 @@ class ToolIcons {
         TileVertical,
         Arrange,
         Demo,
+        Fit,
     };
     static QIcon Make(Kind kind);
 };

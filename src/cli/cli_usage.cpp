@@ -17,6 +17,7 @@ const char* cliUsage() {
            "                     [--slice P] [--zoom Z] [--move M] [--elevation E]\n"
            "                     [--rotation R] [--memory 0..6] [--page P --pages N]\n"
            "                     [--compare REF.csv [--difference]] [--after-minus-before]\n"
+           "                     [--fit]\n"
            "  sonalyx-cli print IN -o OUT.pdf [the view options of render, without --page]\n"
            "  sonalyx-cli report IN -o OUT.pdf [--compare REF.csv] [--paper a4|letter]\n"
            "exit status: 0 done, 1 failed with a message, 2 usage error\n";

@@ -82,9 +82,7 @@ int runRenderCommand(const std::vector<std::string>& args) {
     if (!window) {
         return status;
     }
-    if (tabHasNoData(*window)) {
-        return Fail("No data.");
-    }
+    // A graph tab without data is written as it shows: the "No Data" label.
     return kTabWriters[options.tab](*window, options, QString::fromStdString(options.output));
 }
 

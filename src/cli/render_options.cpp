@@ -49,6 +49,8 @@ bool RenderOptions::Parse(const std::vector<std::string>& args, RenderOptions& o
             options.graph2D = true;
         } else if (arg == "--bar") {
             options.bar = true;
+        } else if (arg == "--fit") {
+            options.fit = true;
         } else if (arg == "--difference") {
             options.difference = true;
         } else if (arg == "--after-minus-before") {

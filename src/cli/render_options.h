@@ -19,6 +19,7 @@ struct RenderOptions {
     bool after = false;
     bool graph2D = false;
     bool bar = false;
+    bool fit = false;  // Fit to Data, after every other view option
     std::optional<int> slice;
     std::optional<int> zoom;
     std::optional<int> move;

@@ -11,7 +11,6 @@
 #include "document/document_file.h"
 #include "document/document_loader.h"
 #include "views/window/mdi_child.h"
-#include "views/window/view_export.h"
 
 namespace sonalyx {
 
@@ -98,6 +97,9 @@ bool ApplyView(TMDIChild& window, const RenderOptions& o) {
     if (o.bar) {
         window.OnClickTimeSlice();
     }
+    if (o.fit) {
+        window.FitToData();
+    }
     return true;
 }
 
@@ -125,10 +127,6 @@ std::unique_ptr<TMDIChild> openViewWindow(const RenderOptions& options, Messenge
     QApplication::processEvents();
     status = 0;
     return window;
-}
-
-bool tabHasNoData(const TMDIChild& window) {
-    return ViewExport::TabHasNoData(window);
 }
 
 }  // namespace sonalyx

@@ -17,7 +17,4 @@ class Messenger;
 std::unique_ptr<TMDIChild> openViewWindow(const RenderOptions& options, Messenger& messenger,
                                           int& status);
 
-// Whether the current tab shows its "No Data" label.
-bool tabHasNoData(const TMDIChild& window);
-
 }  // namespace sonalyx

@@ -37,6 +37,8 @@ TEST_F(RenderTest, ChartDataOfAFewViewsMatchesTheGoldenFiles) {
          "--tab groupdelay --2d --zoom 12 --difference --compare '" + sample(7) + "'"},
         {"views/after-minus-before-9-freq4-bar2d.json", 9,
          "--freq --channel 4 --2d --bar --slice 3 --after-minus-before"},
+        // Fit to Data comes last, whatever the order given.
+        {"views/groupdelay-11-fit.json", 11, "--fit --tab groupdelay --zoom 19 --move 3"},
     };
     for (const auto& r : rows) {
         const std::string out = path("view.json");
@@ -47,9 +49,11 @@ TEST_F(RenderTest, ChartDataOfAFewViewsMatchesTheGoldenFiles) {
     }
 }
 
-// Charts are vectors in SVG and PDF, never a bitmap inside; PNG has the asked size.
+// Charts are vectors in SVG and PDF, never a bitmap inside; PNG has the asked size. A
+// document without data (layout 0) is drawn as its graph tabs show it: "No Data".
 TEST_F(RenderTest, WritesEveryFormat) {
     const std::string sheet = "- TORVE Parameters -      ";
+    std::ofstream(path("empty.csv")) << "[DATE]\r\n2026.01.02 03:04\r\n";
     const struct {
         int layout;
         std::string options;
@@ -94,12 +98,13 @@ TEST_F(RenderTest, WritesEveryFormat) {
         {9, "--tab parameters --page 2 --pages 3", "3.txt", "Standing Wave Control\r\n[M1]\tMain"},
         {9, "--tab parameters", "all.svg", "<?xml", 0, 0, {"Speaker Distance"}},
         {9, "--tab parameters --page 1 --pages 2", "page.pdf", "%PDF"},
+        {0, "--tab groupdelay --fit", "none.svg", "<?xml", 0, 0, {">No Data<"}},
+        {0, "", "none.json", "{", 0, 0, {"\"noData\": true"}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.file + " " + c.options);
-        EXPECT_EQ(render("'" + sample(c.layout) + "' " + c.options + " -o '" + path(c.file) + "'"),
-                  0)
-            << err_;
+        const std::string in = c.layout != 0 ? sample(c.layout) : path("empty.csv");
+        EXPECT_EQ(render("'" + in + "' " + c.options + " -o '" + path(c.file) + "'"), 0) << err_;
         EXPECT_EQ(err_, "");
         const std::string out = bytes(c.file);
         EXPECT_EQ(out.substr(0, c.start.size()), c.start);
@@ -121,7 +126,6 @@ TEST_F(RenderTest, WritesEveryFormat) {
 
 TEST_F(RenderTest, FailuresWriteNothing) {
     std::ofstream(path("notes.csv")) << "hello\n";
-    std::ofstream(path("empty.csv")) << "[DATE]\r\n2026.01.02 03:04\r\n";
     MeasurementDocument doc;
     ASSERT_TRUE(DocumentLoader::load(doc, readLinesOrFail(sample(5)), "x", nullptr));
     doc.parameterLines.clear();
@@ -142,7 +146,6 @@ TEST_F(RenderTest, FailuresWriteNothing) {
         {five + " -o '" + path("x.json") + "' --compare " + five +
              " --difference --after-minus-before",
          2, "sonalyx-cli: --difference and"},
-        {"'" + path("empty.csv") + "' -o '" + path("x.json") + "'", 1, "No data."},
         {"'" + path("missing.csv") + "' -o '" + path("x.png") + "'", 1, "The file is not exist."},
         {"'" + path("bare.csv") + "' --tab parameters -o '" + path("x.txt") + "'", 1, "No data."},
         {params + " -o '" + path("no/such/dir/out.png") + "'", 1, "Can't write the file."},

@@ -10,12 +10,15 @@
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
+#include <QWheelEvent>
 
 #include "document/document_file.h"
 #include "document/document_loader.h"
 #include "support/document_window.h"
+#include "support/golden.h"
 #include "views/chart/chart_widget.h"
 #include "views/reverb/reverb_view.h"
+#include "views/window/fit_to_data.h"
 #include "views/window/panel_button.h"
 
 namespace sonalyx::test {
@@ -137,6 +140,16 @@ TEST(MDIChild, MemosAreShownEditedStoredAndSaved) {
     child->Reverb()->ChannelMemo(0)->setPlainText(QStringLiteral("fronts as a pair"));
     EXPECT_EQ(doc.groupMemos[0], std::vector<std::string>{"fronts as a pair"});
     EXPECT_EQ(doc.channelMemos[0], reread.channelMemos[0]);
+
+    // An empty memo invites a note only under the mouse; a long one scrolls.
+    QPlainTextEdit* blank = child->Reverb()->ChannelMemo(2);
+    EXPECT_TRUE(blank->placeholderText().isEmpty());
+    QEvent enter(QEvent::Enter);
+    QApplication::sendEvent(blank, &enter);
+    EXPECT_EQ(blank->placeholderText(), QStringLiteral("Channel memo"));
+    blank->setPlainText(QStringLiteral("one\ntwo\nthree\nfour\nfive"));
+    QApplication::processEvents();
+    EXPECT_TRUE(blank->verticalScrollBar()->isVisibleTo(blank));
 }
 
 TEST(MDIChild, ChFreqAndPairModeReduceTheSelectionAndRebuildTheLists) {
@@ -206,6 +219,83 @@ TEST(MDIChild, TrackbarsDriveTheChartViews) {
     panel->TrackBar(Track::Rotation)->setValue(20);
     EXPECT_EQ(charts.front()->model().view.rotation, 340);
     EXPECT_EQ(panel->EditRotation()->text(), QStringLiteral("0"));
+
+    // Each graph tab's trackbars show what its own charts have.
+    child->SetGraph3D(true);
+    child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
+    EXPECT_EQ(panel->TrackBar(Track::Zoom)->value(), 18);
+    panel->TrackBar(Track::Zoom)->setValue(10);
+    panel->TrackBar(Track::Rotation)->setValue(80);
+    for (const int tab : {TMDIChild::kReverbTab, TMDIChild::kGroupDelayTab}) {
+        child->PageControl()->setCurrentIndex(tab);
+        const auto& model = child->TargetCharts().front()->model();
+        EXPECT_EQ(panel->TrackBar(Track::Zoom)->value(), tab == 0 ? 19 : 10);
+        EXPECT_EQ(360 - panel->TrackBar(Track::Rotation)->value(), model.view.rotation);
+        EXPECT_EQ(panel->EditRotation()->text().toInt(), panel->TrackBar(Track::Rotation)->value());
+    }
+}
+
+// Every point the visible charts draw lies inside the fitted axis, and no move at one zoom
+// step tighter holds them all.
+TEST(MDIChild, FitToDataHoldsEveryDrawnPointAtTheTightestZoom) {
+    const struct {
+        const char* layout;
+        int tab = 0;
+        bool after = false, bars = false, freq = false;  // bars: 2D bars
+        int channel = 0, zoom = -1;
+        const char* reference = nullptr;  // its curves count too
+        DifferenceMode difference = DifferenceMode::Off;
+    } rows[] = {
+        {"11"},
+        {"11", 1},
+        {"11", 1, true, true},
+        {"9", 0, false, true, true},
+        {"5", 0, false, false, false, 2, 2},
+        {.layout = "7", .reference = "11"},
+        {.layout = "10", .difference = DifferenceMode::AfterMinusBefore},
+    };
+    for (const auto& row : rows) {
+        DocumentWindow child(row.layout);
+        child->PageControl()->setCurrentIndex(row.tab);
+        if (row.reference)
+            child->SetReference(
+                std::make_shared<MeasurementDocument>(loadSampleDocument(row.reference)),
+                QStringLiteral("ref"));
+        child->SetDifferenceMode(row.difference);
+        if (row.after)
+            child->OnClickEQAfter();
+        if (row.freq)
+            child->FreqClick();
+        if (row.bars) {
+            child->SetGraph3D(false);
+            child->OnClickTimeSlice();
+        }
+        child->Panel1()->ComboChannel()->setCurrentIndex(row.channel);
+        if (row.zoom >= 0)
+            child->Panel1()->TrackBar(Track::Zoom)->setValue(row.zoom);
+        child->FitToData();
+        std::vector<const chart::ChartModel*> models;
+        for (const auto* chart : child->TargetCharts())
+            models.push_back(&chart->model());
+        const auto span = FitToData::DrawnSpan(models);
+        ASSERT_TRUE(span.has_value());
+        const auto outside = [&] {
+            const auto& left = models.front()->left;
+            return left.minimum > span->low || left.maximum < span->high;
+        };
+        for (const auto* model : models)
+            EXPECT_EQ(model->left.minimum, models.front()->left.minimum);
+        EXPECT_FALSE(outside()) << row.layout;
+        QSlider* zoom = child->Panel1()->TrackBar(Track::Zoom);
+        QSlider* move = child->Panel1()->TrackBar(Track::Move);
+        if (zoom->value() == zoom->maximum())
+            continue;  // nothing is tighter
+        zoom->setValue(zoom->value() + 1);
+        for (int m = move->minimum(); m <= move->maximum(); ++m) {
+            move->setValue(m);
+            EXPECT_TRUE(outside()) << row.layout << " move " << m;
+        }
+    }
 }
 
 TEST(MDIChild, TimeSliceLabelsAndBarMode) {
@@ -226,6 +316,8 @@ TEST(MDIChild, TimeSliceLabelsAndBarMode) {
     const auto& bar = child->Reverb()->Chart(0)->model().series[0];
     EXPECT_EQ(bar.kind, chart::SeriesKind::Bar);
     EXPECT_NEAR(bar.points.at(0).y, child->Document().reverbValues[0][0][0][4] + 58.0, 1e-4);
+    panel->TrackBar(Track::Zoom)->setValue(12);  // the bars stay on the floor of the axis
+    EXPECT_EQ(bar.origin, child->Reverb()->Chart(0)->model().left.minimum);
 
     child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
     EXPECT_EQ(slice->maximum(), 63);
@@ -248,14 +340,30 @@ TEST(MDIChild, TimeSliceLabelsAndBarMode) {
 
 TEST(MDIChild, WheelAndArrowKeysScrollTheChartsBy32) {
     DocumentWindow child("10", QSize(1000, 500));
-    QScrollBar* bar = child->Reverb()->ScrollBox1()->verticalScrollBar();
-    ASSERT_GT(bar->maximum(), 64);
+    QScrollArea* box = child->Reverb()->ScrollBox1();
+    QScrollBar* bar = box->verticalScrollBar();
+    ASSERT_GT(bar->maximum(), 96);
     child->OnMouseWheelDown();
     EXPECT_EQ(bar->value(), 32);
     QTest::keyClick(&*child, Qt::Key_Down);
     EXPECT_EQ(bar->value(), 64);
+    QTest::keyClick(box, Qt::Key_Down);  // the box itself, once a chart was clicked
+    EXPECT_EQ(bar->value(), 96);
     child->OnMouseWheelUp();
-    EXPECT_EQ(bar->value(), 32);
+    EXPECT_EQ(bar->value(), 64);
+    // 32 pixels per 120 units of vertical delta, however the delta comes.
+    const struct {
+        QPoint delta;
+        int value;
+    } wheel[] = {{{0, -40}, 64}, {{0, -40}, 64}, {{0, -40}, 96}, {{-120, 0}, 96},
+                 {{0, 0}, 96},   {{0, 240}, 32}, {{0, 60}, 32},  {{0, 60}, 0}};
+    for (const auto& w : wheel) {
+        QWheelEvent event(QPointF(5, 5), box->mapToGlobal(QPointF(5, 5)), QPoint(), w.delta,
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(box->viewport(), &event);
+        EXPECT_EQ(bar->value(), w.value) << w.delta.x() << "," << w.delta.y();
+    }
+    bar->setValue(32);
     child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
     child->OnMouseWheelDown();
     child->PageControl()->setCurrentIndex(TMDIChild::kReverbTab);
@@ -287,6 +395,14 @@ TEST(MDIChild, GroupDelayGroupsAreShown) {
     auto* groups = child->findChild<QTableWidget*>(QStringLiteral("GroupDelayTable"));
     ASSERT_GT(groups->rowCount(), 0);
     EXPECT_EQ(groups->item(0, 0)->text(), QStringLiteral("Front"));
+    // The legend reads every group's name whole.
+    child->PageControl()->setCurrentIndex(TMDIChild::kGroupDelayTab);
+    QApplication::processEvents();
+    for (auto* title : child->Panel1()->PanelLegend()->findChildren<QLabel*>()) {
+        if (title->isVisibleTo(child->Panel1())) {
+            EXPECT_GE(title->width(), title->sizeHint().width()) << title->text().toStdString();
+        }
+    }
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "sample_documents.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -61,16 +62,38 @@ std::vector<std::string> bandLabelsFor(int bandSelector) {
     }
 }
 
-// Level in dB relative to 58 dB at time point t: a room's decay, slower in the low bands,
-// and faster once the calibration EQ has tamed the room modes.
-float decayValue(int band, int bandCount, int t, int variant, int position, Noise& noise) {
+// The layout whose levels and group delays run past the default axes: the one sample that
+// shows the view cutting curves, and gives Fit to Data something to do.
+constexpr int kHotLayout = 11;
+
+// Level in dB relative to 58 dB at time point t, the way a receiver reports a room: a straight
+// decay in dB that bends into the noise floor, slower in the low bands, with a little ripple.
+// Most curves stay within the default axis (levels 53 to 63 dB); the calibration EQ makes the
+// low bands decay faster and lowers every curve a little.
+float decayValue(int band, int bandCount, int t, int variant, int position, int layout,
+                 Noise& noise) {
     const double lowness = 1.0 - static_cast<double>(band) / std::max(1, bandCount - 1);
-    const double start = 14.0 - 1.5 * (position % 5) + 4.0 * lowness;
-    const double rt = (variant == 0 ? 0.35 : 0.27) + 0.35 * lowness * (variant == 0 ? 1.0 : 0.6);
     const double ms = 5.0 * (t + 1);
-    const double decay = 60.0 * ms / (rt * 1000.0);  // dB fallen after ms
-    const double ripple = 0.6 * noise.next() + 0.8 * std::sin(ms / (12.0 + band));
-    return static_cast<float>(std::round((start - decay + ripple) * 100.0) / 100.0);
+    // A channel's own loudness and a room mode that rings on in one low band of some channels.
+    const double start =
+        3.3 + 0.9 * lowness - 0.35 * ((position * 7 + band) % 5) - (variant == 1 ? 0.4 : 0.0);
+    const bool ringing = variant == 0 && band == position % 3 && position % 2 == 0;
+    double fall = (6.5 + 7.0 * (1.0 - lowness)) / 160.0;  // dB per ms
+    if (variant == 1)
+        fall *= 1.0 + 0.5 * lowness;
+    if (ringing)
+        fall *= 0.8;
+    const double floor = -3.8 + 0.15 * ((position + 2 * band) % 4) - (variant == 1 ? 0.4 : 0.0);
+    const double straight = start - fall * ms;
+    // A soft knee, one dB wide, from the straight decay into the floor.
+    const double level = floor + std::log1p(std::exp(straight - floor));
+    const double ripple = 0.15 * noise.next() + 0.2 * std::sin(ms / (9.0 + band) + 0.7 * position);
+    double value = std::clamp(level + ripple, -4.9, 4.9);
+    if (layout == kHotLayout) {
+        // A loud room measured with the microphone close: everything sits higher and spreads.
+        value = 1.35 * value + (variant == 0 ? 4.5 : 2.5);
+    }
+    return static_cast<float>(std::round(value * 100.0) / 100.0);
 }
 
 void fillReverb(MeasurementDocument& doc, int layout, const SampleStyle& style) {
@@ -94,7 +117,8 @@ void fillReverb(MeasurementDocument& doc, int layout, const SampleStyle& style) 
             doc.positionHasData[v][p] = true;
             for (int b = 0; b < doc.bandCount; ++b) {
                 for (int t = 0; t < kTimePoints; ++t) {
-                    doc.reverbValues[v][p][b][t] = decayValue(b, doc.bandCount, t, v, p, noise);
+                    doc.reverbValues[v][p][b][t] =
+                        decayValue(b, doc.bandCount, t, v, p, layout, noise);
                 }
             }
         }
@@ -104,11 +128,23 @@ void fillReverb(MeasurementDocument& doc, int layout, const SampleStyle& style) 
     doc.channelMemos[1] = {"Centre under the screen"};
 }
 
-std::string groupDelayRow(std::string_view name, double base, double slope, Noise& noise) {
+// One group's 64 group delays in ms. Before calibration the delay is long at the bottom of
+// the range and settles above a few hundred Hz; after it, the groups are nearly flat and close
+// together. The section's last blank line sets the span back to 1.8 ms, whose default axis
+// shows 0.425 to 1.375 ms.
+std::string groupDelayRow(std::string_view name, int group, int variant, bool hot, Noise& noise) {
     std::string row(name);
     for (int i = 0; i < kGroupDelayBands; ++i) {
-        // Group delay falls with frequency: long at the bottom of the range, near flat above.
-        const double value = base * std::exp(-slope * i) + 0.05 * noise.next();
+        double value = 0;
+        if (variant == 0) {
+            const double settled = 0.53 + 0.04 * group;
+            const double peak = (hot ? 1.9 : 1.25) - 0.05 * group;
+            value = settled + (peak - settled) * std::exp(-i / 10.0) +
+                    0.05 * std::sin(i / 5.0 + group) + 0.02 * noise.next();
+        } else {
+            value = 0.84 + 0.03 * group + 0.12 * std::exp(-i / 8.0) +
+                    (hot ? 0.45 : 0.03) * std::sin(i / 4.0 + group) + 0.015 * noise.next();
+        }
         row += ',';
         appendFixed(row, value, 6);
     }
@@ -141,12 +177,13 @@ std::vector<std::string> groupDelayLines(int layout) {
                                       "", "[Before]",   indices, kFrequencies};
     Noise noise(static_cast<std::uint32_t>(100 + layout));
     const double offset = 1.5;
+    const bool hot = layout == kHotLayout;
     for (size_t i = 0; i < names.size(); ++i) {
-        lines.push_back(groupDelayRow(names[i], 1.6 - 0.1 * i, 0.06, noise));
+        lines.push_back(groupDelayRow(names[i], static_cast<int>(i), 0, hot, noise));
     }
     lines.insert(lines.end(), {"", "[After]", indices, kFrequencies});
     for (size_t i = 0; i < names.size(); ++i) {
-        lines.push_back(groupDelayRow(names[i], 0.9 + offset - 0.05 * i, 0.03, noise));
+        lines.push_back(groupDelayRow(names[i], static_cast<int>(i), 1, hot, noise));
     }
     std::string offsetLine = "(Offset = +";
     appendFixed(offsetLine, offset, 1);

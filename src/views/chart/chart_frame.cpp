@@ -134,10 +134,12 @@ QRectF labelRect(const QPointF& anchor, double width, Side side, const ChartStyl
 
 // Draws every k-th label with the smallest k that keeps neighbours apart, so a squeezed axis
 // (a small chart, or an axis seen end-on) thins its labels evenly instead of smudging them.
-// A label that would touch one of another axis (taken) is left out; those drawn join taken.
+// Names (the depth axis: bands or channels, not a scale) are each worth their place instead:
+// every one that keeps clear of the last one drawn. A label that would touch one of another
+// axis (taken) is left out; those drawn join taken.
 void drawLabels(QPainter& painter, const std::vector<Tick>& ticks,
                 const std::vector<QPointF>& anchors, Side side, const ChartStyle& style,
-                QVarLengthArray<QRectF, 64>& taken) {
+                QVarLengthArray<QRectF, 64>& taken, bool names = false) {
     QVarLengthArray<int, 64> labelled;
     QVarLengthArray<QRectF, 64> rects;
     for (std::size_t i = 0; i < ticks.size(); ++i) {
@@ -152,7 +154,7 @@ void drawLabels(QPainter& painter, const std::vector<Tick>& ticks,
         return !a.adjusted(-pad, -pad / 2, pad, pad / 2).intersects(b);
     };
     qsizetype step = 1;
-    for (; step < n; ++step) {
+    for (; step < n && !names; ++step) {
         bool clear = true;
         for (qsizetype i = 0; i + step < n && clear; i += step) {
             clear = apart(rects[i], rects[i + step]);
@@ -162,8 +164,9 @@ void drawLabels(QPainter& painter, const std::vector<Tick>& ticks,
         }
     }
     const qsizetype before = taken.size();
+    const QRectF* last = nullptr;
     for (qsizetype i = 0; i < n; i += step) {
-        bool free = true;
+        bool free = !names || last == nullptr || apart(*last, rects[i]);
         for (qsizetype t = 0; t < before && free; ++t) {
             free = !rects[i].intersects(taken[t]);  // corners may come close, not overlap
         }
@@ -173,18 +176,22 @@ void drawLabels(QPainter& painter, const std::vector<Tick>& ticks,
         painter.drawText(QPointF(rects[i].left(), rects[i].top() + style.ascent()),
                          ticks[static_cast<std::size_t>(labelled[i])].text);
         taken.append(rects[i]);
+        last = &rects[i];
     }
 }
 
-void drawAxisLabels(QPainter& painter, const ChartModel& model, const ChartStyle& style,
-                    const ChartTicks& ticks, const ChartProjection& pr) {
+void drawAxisLabels(QPainter& painter, const QRectF& rect, const ChartModel& model,
+                    const ChartStyle& style, const ChartTicks& ticks, const ChartProjection& pr) {
     painter.setFont(style.font());
     painter.setPen(style.colours().labels);
     std::vector<QPointF> anchors;
-    anchors.reserve(std::max({ticks.left.size(), ticks.bottom.size(), ticks.depth.size()}));
+    anchors.reserve(std::max({ticks.left.size(), ticks.bottom.size(), ticks.depthNames.size()}));
     const double f = pr.frontDepth();
     // The bottom axis first: where axes meet (a box seen from above) its labels matter most.
     QVarLengthArray<QRectF, 64> taken;
+    if (!model.keepClear.isEmpty()) {
+        taken.append(model.keepClear.translated(rect.topLeft()));
+    }
     for (const Tick& t : ticks.bottom) {
         anchors.push_back(
             pr.mapUnit(unitOf(t.value, model.bottom.minimum, model.bottom.maximum), 0, f));
@@ -197,10 +204,10 @@ void drawAxisLabels(QPainter& painter, const ChartModel& model, const ChartStyle
     }
     drawLabels(painter, ticks.left, anchors, Side::Left, style, taken);
     anchors.clear();
-    for (const Tick& t : ticks.depth) {
+    for (const Tick& t : ticks.depthNames) {
         anchors.push_back(pr.mapUnit(1, 0, t.value));
     }
-    drawLabels(painter, ticks.depth, anchors, Side::Right, style, taken);
+    drawLabels(painter, ticks.depthNames, anchors, Side::Right, style, taken, true);
 }
 
 // Titles stand beside the labels of the fitted plot, not at the chart's edges, so a 3D box
@@ -261,7 +268,7 @@ void drawChartBackdrop(QPainter& painter, const ChartModel& model, const ChartSt
 void drawChartLabels(QPainter& painter, const QRectF& rect, const ChartModel& model,
                      const ChartStyle& style, const ChartTicks& ticks,
                      const ChartProjection& projection) {
-    drawAxisLabels(painter, model, style, ticks, projection);
+    drawAxisLabels(painter, rect, model, style, ticks, projection);
     drawTitles(painter, model, style, rect, ticks, projection);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QRectF>
 #include <QString>
 #include <array>
 #include <vector>
@@ -89,6 +90,9 @@ struct ChartModel {
     View3D view;
     bool clipPoints = true;
     int penWidth = 1;
+    // A box laid over the chart (a note), in pixels from the chart's top left: no axis number
+    // is drawn under it. Empty: none.
+    QRectF keepClear;
     QColor background = QColor(0, 0, 0);
     QColor axisLabelColour = QColor(192, 192, 192);
 };

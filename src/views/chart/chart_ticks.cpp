@@ -80,8 +80,7 @@ bool pointLabelTicks(const ChartModel& model, const ChartStyle& style, std::vect
 
 void depthTicks(const ChartModel& model, const ChartStyle& style, int depthSlots,
                 std::vector<Tick>& out) {
-    const int step = std::max(1, static_cast<int>(std::lround(model.depth.increment)));
-    for (int slot = 0; slot < depthSlots && slot < kSeriesSlots; slot += step) {
+    for (int slot = 0; slot < depthSlots && slot < kSeriesSlots; ++slot) {
         Tick t;
         t.value = slot;
         if (model.depth.visible) {
@@ -120,7 +119,12 @@ ChartTicks::ChartTicks(const ChartModel& model, const ChartStyle& style, bool vi
         valueTicks(model.bottom, kPlainNumber, style, bottom);
     }
     if (view3d) {
-        depthTicks(model, style, depthSlots, depth);
+        depthTicks(model, style, depthSlots, depthNames);
+        const auto step = static_cast<std::size_t>(
+            std::max(1, static_cast<int>(std::lround(model.depth.increment))));
+        for (std::size_t i = 0; i < depthNames.size(); i += step) {
+            depth.push_back(depthNames[i]);
+        }
     }
 
     const double line = style.lineHeight();
@@ -133,7 +137,7 @@ ChartTicks::ChartTicks(const ChartModel& model, const ChartStyle& style, bool vi
     room.top = line / 2;
     room.bottom = (widest(bottom) > 0 ? line + gap : 0) + (bottomTitle || depthTitle ? line : 0);
     const double lastBottom = bottom.empty() ? 0 : bottom.back().width / 2;
-    room.right = std::max(lastBottom, view3d ? widest(depth) + gap : 0.0);
+    room.right = std::max(lastBottom, view3d ? widest(depthNames) + gap : 0.0);
 }
 
 }  // namespace sonalyx::chart

@@ -19,12 +19,14 @@ struct Tick {
 
 // The grid positions and labels of the three axes, and the room their texts need around the
 // plot. Left values follow the increment and the value format; bottom values follow the
-// increment, or the points' labels when the series carry labels; the depth axis shows the
-// series titles.
+// increment, or the points' labels when the series carry labels; the depth axis names every
+// slot by its series title, and its grid follows the increment.
 struct ChartTicks {
     std::vector<Tick> left;
     std::vector<Tick> bottom;
     std::vector<Tick> depth;
+    // Every slot's name, for the labels: the increment spaces the grid, not the names.
+    std::vector<Tick> depthNames;
     LabelRoom room;
 
     ChartTicks(const ChartModel& model, const ChartStyle& style, bool view3d, int depthSlots);

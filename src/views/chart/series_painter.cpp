@@ -28,6 +28,9 @@ constexpr double kRibbonHalfDepth = 0.5;
 // to blend.
 constexpr double kReferenceRibbonHalfDepth = 0.3;
 constexpr int kRibbonShade = 170;
+// A clipping mark: a triangle this wide, reaching this far in from the edge it marks.
+constexpr double kMarkHalfWidth = 3.5;
+constexpr double kMarkHeight = 5.0;
 
 QColor referenceColour(const QColor& colour) {
     const auto lift = [](int c) { return c + static_cast<int>((255 - c) * kReferenceLift); };
@@ -65,6 +68,41 @@ void SeriesPainter::draw(const Series& series, double slot, bool reference, Pass
         }
     } else {
         drawLine(series, slot, colour, reference);
+    }
+    if (pass != Pass::Under) {
+        drawClipMarks(series, slot, colour);
+    }
+}
+
+void SeriesPainter::drawClipMarks(const Series& series, double slot, const QColor& colour) {
+    // A lone line point draws nothing (a parked slot), so it is not cut off either.
+    if (!model_.clipPoints || (series.kind == SeriesKind::Line && series.points.size() < 2)) {
+        return;
+    }
+    const ValueBox& box = projection_.valueBox();
+    marks_.clear();
+    marks_.setFillRule(Qt::WindingFill);  // neighbouring marks overlap
+    for (const Point& p : series.points) {
+        if (!std::isfinite(p.x) || !std::isfinite(p.y) || p.x < box.xMin || p.x > box.xMax) {
+            continue;
+        }
+        const bool above = p.y > box.yMax;
+        if (!above && p.y >= box.yMin) {
+            continue;
+        }
+        // Inside the plot, pointing out of it: the tip on the edge the value lies beyond.
+        const QPointF tip = projection_.map(p.x, above ? box.yMax : box.yMin, slot);
+        const double base = tip.y() + (above ? kMarkHeight : -kMarkHeight);
+        marks_.moveTo(tip);
+        marks_.lineTo(tip.x() + kMarkHalfWidth, base);
+        marks_.lineTo(tip.x() - kMarkHalfWidth, base);
+        marks_.closeSubpath();
+    }
+    if (!marks_.isEmpty()) {
+        // Small flat triangles read as well without smoothing, which is most of their cost.
+        painter_.setRenderHint(QPainter::Antialiasing, false);
+        painter_.fillPath(marks_, QColor(colour.rgb()));
+        painter_.setRenderHint(QPainter::Antialiasing, true);
     }
 }
 

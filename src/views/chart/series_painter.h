@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPainterPath>
 #include <QPen>
 #include <QPointF>
 #include <vector>
@@ -28,6 +29,10 @@ class SeriesPainter {
 
   private:
     void drawLine(const Series& series, double slot, const QColor& colour, bool reference);
+    // A small triangle pointing out of the top or bottom edge of the axis box, above or below
+    // every point the box cuts off, so a clipped view is never taken for the data. One fill
+    // per series.
+    void drawClipMarks(const Series& series, double slot, const QColor& colour);
     void flushPiece(double slot);
     void drawBars(const Series& series, double slot, const QColor& colour, bool reference);
     // A bar's pen and brush: solid; a reference's dashed over a faint fill; one below the
@@ -50,6 +55,7 @@ class SeriesPainter {
     Pass pass_ = Pass::Whole;
     std::vector<int> order_;
     std::vector<double> distance_;
+    QPainterPath marks_;
 };
 
 }  // namespace sonalyx::chart

@@ -18,6 +18,7 @@ namespace sonalyx {
 namespace {
 
 constexpr int kColumns = 3;
+constexpr int kScrollStep = 32;
 
 void MarkEmpty(QPlainTextEdit* memo) {
     const bool empty = memo->document()->isEmpty();
@@ -46,6 +47,9 @@ ReverbView::ReverbView(MeasurementDocument& document, QWidget* parent)
     scrollBox1_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scrollBox1_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scrollBox1_->installEventFilter(this);
+    // A chart clicked gives the box the focus; its arrow keys then step as the window's do.
+    scrollBox1_->verticalScrollBar()->setSingleStep(kScrollStep);
+    scrollBox1_->horizontalScrollBar()->setSingleStep(kScrollStep);
     layout->addWidget(scrollBox1_);
 
     content_ = new QWidget;
@@ -68,11 +72,14 @@ ReverbView::ReverbView(MeasurementDocument& document, QWidget* parent)
         memo->setTabChangesFocus(true);
         memo->setFixedSize(kMemoWidth, kMemoHeight);
         memo->setProperty("empty", true);
-        memo->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        // A note longer than the box scrolls; lines wrap, so never sideways.
+        memo->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
         memo->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        memo->installEventFilter(this);
         memo->hide();
         connect(memo, &QPlainTextEdit::textChanged, this, [this, i] {
             MarkEmpty(memos_[i]);
+            KeepLabelsClear(i);
             StoreMemo(i);
         });
         memos_[i] = memo;
@@ -240,6 +247,19 @@ void ReverbView::PlaceOverlays(int chart) {
     memos_[chart]->move(r.left() + kMemoLeft, r.top() + r.height() - kMemoFromBottom);
     titles_[chart]->raise();
     memos_[chart]->raise();
+    KeepLabelsClear(chart);
+}
+
+void ReverbView::KeepLabelsClear(int chart) {
+    const QPlainTextEdit* memo = memos_[chart];
+    const bool note = memo->isVisibleTo(content_) && !memo->document()->isEmpty();
+    const QRectF clear =
+        note ? QRectF(memo->geometry().translated(-charts_[chart]->pos())) : QRectF();
+    chart::ChartModel& model = charts_[chart]->model();
+    if (model.keepClear != clear) {
+        model.keepClear = clear;
+        charts_[chart]->update();
+    }
 }
 
 void ReverbView::ShowMemo(int chart, int item, bool visible) {
@@ -327,20 +347,33 @@ bool ReverbView::eventFilter(QObject* watched, QEvent* event) {
     if (watched == scrollBox1_ && event->type() == QEvent::Resize) {
         Relayout();
     }
+    if (auto* memo = qobject_cast<QPlainTextEdit*>(watched)) {
+        // An empty memo is invisible on the chart until the mouse or the cursor comes to it.
+        const QEvent::Type type = event->type();
+        if (type == QEvent::Enter || type == QEvent::Leave || type == QEvent::FocusIn ||
+            type == QEvent::FocusOut) {
+            const bool invite = !paper_ && (type == QEvent::Enter || type == QEvent::FocusIn ||
+                                            (type == QEvent::Leave && memo->hasFocus()) ||
+                                            (type == QEvent::FocusOut && memo->underMouse()));
+            memo->setPlaceholderText(invite ? tr("Channel memo") : QString());
+        }
+    }
     return QWidget::eventFilter(watched, event);
 }
 
 void ReverbView::SetPaperLook(bool paper) {
-    // One sheet for the box, the chart titles and the channel memos. An empty memo stays faint
-    // on screen so the charts are not crowded with blank boxes; on paper it is not drawn.
+    // One sheet for the box, the chart titles and the channel memos. An empty memo shows only
+    // while hovered or edited, so the charts are not crowded with blank boxes; on paper it is
+    // not drawn.
     static const QString screen = QStringLiteral(
         "#ScrollBox1, #ScrollBox1Content{background:#000;}"
         "QLabel[objectName^=\"ChartTitle\"]{color:#e8eaee; font-weight:bold;"
         " background:transparent;}"
         "QPlainTextEdit{background:rgba(24,26,30,220); color:#e8eaee; font-size:7pt;"
         "border:1px solid #4b525e; border-radius:2px;}"
-        "QPlainTextEdit[empty=\"true\"]{background:rgba(24,26,30,90);"
-        "border:1px dashed #343944;}");
+        "QPlainTextEdit[empty=\"true\"]{background:transparent; border:1px solid transparent;}"
+        "QPlainTextEdit[empty=\"true\"]:hover, QPlainTextEdit[empty=\"true\"]:focus"
+        "{background:rgba(24,26,30,200); border:1px dashed #4b525e;}");
     static const QString paperSheet = QStringLiteral(
         "#ScrollBox1, #ScrollBox1Content{background:#fff;}"
         "QLabel[objectName^=\"ChartTitle\"]{color:#000; font-weight:bold;"
@@ -348,9 +381,10 @@ void ReverbView::SetPaperLook(bool paper) {
         "QPlainTextEdit{background:#fff; color:#000; font-size:7pt;"
         "border:1px solid #000; border-radius:0px;}"
         "QPlainTextEdit[empty=\"true\"]{background:transparent; border:none;}");
+    paper_ = paper;
     scrollBox1_->setStyleSheet(paper ? paperSheet : screen);
     for (QPlainTextEdit* memo : memos_) {
-        memo->setPlaceholderText(paper ? QString() : tr("Channel memo"));
+        memo->setPlaceholderText(!paper && memo->hasFocus() ? tr("Channel memo") : QString());
     }
 }
 

@@ -63,6 +63,8 @@ class ReverbView : public QWidget {
     void ShowMemo(int chart, int item, bool visible);
     void ShowBandTitle(int chart, int band);
     void PlaceOverlays(int chart);
+    // The axis numbers give way to a channel memo that holds a note.
+    void KeepLabelsClear(int chart);
     void StoreMemo(int chart);
     const MeasurementDocument& Values() const { return values_ ? *values_ : document_; }
     // Fills a chart with fill(filler, model, swatches, false) from the values, then with
@@ -85,6 +87,7 @@ class ReverbView : public QWidget {
     bool allCharts_ = true;
     int layoutCount_ = 0;
     bool filling_ = false;
+    bool paper_ = false;
 };
 
 }  // namespace sonalyx

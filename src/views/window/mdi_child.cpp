@@ -196,7 +196,7 @@ void TMDIChild::ShowDocument() {
     }
     groupDelayAxis_ =
         sonalyx::GroupDelayAxis::FromSpan(static_cast<float>(document_.groupDelay.span));
-    groupDelayMovePosition_ = -1;
+    tabPositions_[kGroupDelayTab][static_cast<int>(Track::Move)] = -1;
     groupDelayChannel_ = 0;
     FillGroupDelay();
     FillParameters();
@@ -204,7 +204,7 @@ void TMDIChild::ShowDocument() {
     RefreshSelectors();
     UpdateSummary();
     content_->show();
-    ApplyMoveExtent();
+    ApplyTabPositions();
     RebuildCharts(false);
     if (pageControl_->currentIndex() == kGroupDelayTab) {
         S_Zoom();

@@ -2,6 +2,7 @@
 
 #include <QMdiSubWindow>
 #include <QVector>
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,6 +42,8 @@ class TMDIChild : public QMdiSubWindow {
 
   public:
     enum Tab { kReverbTab = 0, kGroupDelayTab = 1, kParametersTab = 2 };
+    // The trackbars kept per graph tab: Zoom, Move, Elevation and Rotation.
+    static constexpr int kTabTracks = 4;
 
     TMDIChild(const QString& caption, sonalyx::Messenger& messenger, sonalyx::FileChooser& chooser,
               QWidget* parent = nullptr);
@@ -102,6 +105,9 @@ class TMDIChild : public QMdiSubWindow {
     void S_TimeSlice();
     void OnClickTimeSlice();
     void SwitchBarMode(bool on);
+    // Display > Fit to Data: the tightest zoom and move whose axis holds every point the
+    // tab's visible charts draw, set through the trackbars as a user would.
+    void FitToData();
     void OnClickEQBefore();
     void OnClickEQAfter();
     void ChClick();
@@ -167,7 +173,10 @@ class TMDIChild : public QMdiSubWindow {
     void FillFileMemos();
     sonalyx::ReverbSelection Selection() const;
     sonalyx::GroupDelaySelection GroupDelaySelectionNow() const;
-    void ApplyMoveExtent();
+    // The trackbars take the positions of the graph tab now shown (Track_Move its extent).
+    void ApplyTabPositions();
+    // Vertical wheel delta in eighths of a degree; every 120 scroll one step.
+    void WheelScroll(int delta);
     void RefreshSelectors();
     void ApplyPressedLook();
     void RepaintCharts();
@@ -206,11 +215,14 @@ class TMDIChild : public QMdiSubWindow {
     int selectedChannel_ = 0;
     int selectedMemory_ = 0;  // the Parameters tab's choice of ComboChannel
     int groupDelayChannel_ = 0;
-    // Track_Move has its own extent and position on each graph tab; moveTab_ is the tab
-    // whose position it holds now (-1 in a group delay position: not moved yet).
-    int moveTab_ = kReverbTab;
-    int reverbMovePosition_ = 20;
-    int groupDelayMovePosition_ = -1;
+    // Zoom, move, elevation and rotation keep a position on each graph tab, so the trackbars
+    // always show what the tab's charts have; positionsTab_ is the tab the trackbars show
+    // now. A group delay move of -1 is not moved yet: it starts where the axis is centred.
+    std::array<std::array<int, kTabTracks>, 2> tabPositions_ = {
+        {{18, 20, 12, 50}, {18, -1, 12, 50}}};
+    int positionsTab_ = kReverbTab;
+    // Wheel delta not yet scrolled: a step is 120 units, which a touchpad sends in pieces.
+    int wheelRemainder_ = 0;
     bool BarMode_ = false;
     bool printAppearance_ = false;
     std::optional<sonalyx::Step> RepeatStep_;

@@ -18,6 +18,7 @@
 #include "views/parameters/parameters_view.h"
 #include "views/parameters/sheet_scroll_box.h"
 #include "views/reverb/reverb_view.h"
+#include "views/window/fit_to_data.h"
 #include "views/window/panel_button.h"
 #include "views/window/step_button.h"
 
@@ -29,6 +30,7 @@ namespace {
 constexpr int kRepeatFirstMs = 500;
 constexpr int kRepeatNextMs = 60;
 constexpr int kScrollStep = 32;
+constexpr int kWheelStep = 120;  // one notch of a mouse wheel, in eighths of a degree
 constexpr int kReverbPerspective = 25;
 constexpr int kGroupDelayPerspective = 30;
 constexpr int kReverbSliceMax = 31;
@@ -157,33 +159,37 @@ void TMDIChild::RefreshSelectors() {
     chosen = combo->currentIndex();
 }
 
-void TMDIChild::ApplyMoveExtent() {
+void TMDIChild::ApplyTabPositions() {
     const int tab = pageControl_->currentIndex();
     if (tab == kParametersTab) {
         return;
     }
-    QSlider* move = panel1_->TrackBar(Track::Move);
-    const QSignalBlocker block(move);
-    const auto positionOf = [this](int t) -> int& {
-        return t == kReverbTab ? reverbMovePosition_ : groupDelayMovePosition_;
-    };
-    if (moveTab_ != tab) {
-        positionOf(moveTab_) = move->value();
-        moveTab_ = tab;
-    } else if (positionOf(tab) >= 0) {
-        positionOf(tab) = move->value();
+    const auto slider = [this](int track) { return panel1_->TrackBar(static_cast<Track>(track)); };
+    // The positions the trackbars show belong to the tab they were set on.
+    for (int track = 0; track < kTabTracks; ++track) {
+        int& kept = tabPositions_[positionsTab_][track];
+        if (positionsTab_ != tab || kept >= 0) {
+            kept = slider(track)->value();
+        }
     }
-    if (tab == kReverbTab) {
-        move->setRange(0, kReverbMoveMax);
-        move->setValue(reverbMovePosition_);
-        return;
-    }
-    // On the Group Delay tab the slider runs from 0 to the usable extent the span gives and
+    positionsTab_ = tab;
+    // On the Group Delay tab Track_Move runs from 0 to the usable extent the span gives and
     // starts at the reference position, where the axis is centred on the curves: there is
     // room to move them both ways, down to 0 and up by the steps that make 4 ms.
-    move->setRange(0, groupDelayAxis_.moveExtent);
-    move->setValue(groupDelayMovePosition_ < 0 ? groupDelayAxis_.moveRef : groupDelayMovePosition_);
-    groupDelayMovePosition_ = move->value();
+    const int move = static_cast<int>(Track::Move);
+    int& movePosition = tabPositions_[tab][move];
+    slider(move)->setRange(0, tab == kReverbTab ? kReverbMoveMax : groupDelayAxis_.moveExtent);
+    if (movePosition < 0) {
+        movePosition = groupDelayAxis_.moveRef;
+    }
+    for (int track = 0; track < kTabTracks; ++track) {
+        const QSignalBlocker block(slider(track));
+        slider(track)->setValue(tabPositions_[tab][track]);
+        tabPositions_[tab][track] = slider(track)->value();
+    }
+    panel1_->EditElevation()->setText(
+        QString::number(panel1_->TrackBar(Track::Elevation)->value()));
+    panel1_->EditRotation()->setText(QString::number(RotationPosition()));
 }
 
 void TMDIChild::S_Zoom() {
@@ -196,10 +202,12 @@ void TMDIChild::S_Zoom() {
         const auto& left = targets.front()->model().left;
         const auto range = sonalyx::view_axis::ReverbZoom(zoom, left.minimum, left.maximum);
         for (auto* chart : targets) {
-            auto& axis = chart->model().left;
-            axis.maximum = range.maximum;
-            axis.minimum = range.minimum;
-            axis.increment = range.increment;
+            auto& model = chart->model();
+            model.left.maximum = range.maximum;
+            model.left.minimum = range.minimum;
+            model.left.increment = range.increment;
+            // Bars stand on the axis floor, wherever the zoom puts it.
+            sonalyx::ReferenceOverlay::SetBarOrigins(model, ZeroWhenDiffering(range.minimum));
         }
     } else {
         const int move = panel1_->TrackBar(Track::Move)->value();
@@ -232,6 +240,44 @@ void TMDIChild::S_Move() {
         sonalyx::ReferenceOverlay::SetBarOrigins(model, ZeroWhenDiffering(range.minimum));
     }
     RepaintCharts();
+}
+
+void TMDIChild::FitToData() {
+    if (pageControl_->currentIndex() == kParametersTab) {
+        return;
+    }
+    std::vector<const sonalyx::chart::ChartModel*> models;
+    for (const auto* chart : TargetCharts()) {
+        models.push_back(&chart->model());
+    }
+    const auto span = sonalyx::FitToData::DrawnSpan(models);
+    if (!span) {
+        return;
+    }
+    QSlider* zoom = panel1_->TrackBar(Track::Zoom);
+    QSlider* move = panel1_->TrackBar(Track::Move);
+    // The axis the two handlers leave behind: zoom sets the step, move places the range.
+    const bool reverb = pageControl_->currentIndex() == kReverbTab;
+    const double levelBase = ZeroWhenDiffering(sonalyx::kLevelBase);
+    const sonalyx::GroupDelayAxis delayAxis = GroupDelayAxisInView();
+    const auto axisAt = [&](int z, int m) {
+        namespace axis = sonalyx::view_axis;
+        return reverb ? axis::ReverbMove(m, axis::ReverbZoom(z, 0, 0).increment, levelBase)
+                      : axis::GroupDelayMove(m, axis::GroupDelayZoom(z, m, delayAxis).increment,
+                                             delayAxis);
+    };
+    const auto fit = sonalyx::FitToData::Search(*span, axisAt, zoom->maximum(), move->minimum(),
+                                                move->maximum());
+    // A trackbar already in place fires no change, so its handler is asked directly.
+    const auto apply = [this](QSlider* track, int position, void (TMDIChild::*handler)()) {
+        if (track->value() == position) {
+            (this->*handler)();
+        } else {
+            track->setValue(position);
+        }
+    };
+    apply(zoom, fit.zoom, &TMDIChild::S_Zoom);
+    apply(move, fit.move, &TMDIChild::S_Move);
 }
 
 void TMDIChild::S_Elevation() {
@@ -387,7 +433,7 @@ void TMDIChild::SetGraph3D(bool on) {
 
 void TMDIChild::OnChangeTab() {
     const bool reverb = pageControl_->currentIndex() == kReverbTab;
-    ApplyMoveExtent();
+    ApplyTabPositions();
     RefreshSelectors();
     RebuildCharts(false);
     QSlider* slice = panel1_->TrackBar(Track::TimeSlice);
@@ -502,8 +548,18 @@ void TMDIChild::keyPressEvent(QKeyEvent* event) {
     QMdiSubWindow::keyPressEvent(event);
 }
 
+void TMDIChild::WheelScroll(int delta) {
+    wheelRemainder_ += delta;
+    for (; wheelRemainder_ >= kWheelStep; wheelRemainder_ -= kWheelStep) {
+        OnMouseWheelUp();
+    }
+    for (; wheelRemainder_ <= -kWheelStep; wheelRemainder_ += kWheelStep) {
+        OnMouseWheelDown();
+    }
+}
+
 void TMDIChild::wheelEvent(QWheelEvent* event) {
-    event->angleDelta().y() < 0 ? OnMouseWheelDown() : OnMouseWheelUp();
+    WheelScroll(event->angleDelta().y());
     event->accept();
 }
 
@@ -515,8 +571,7 @@ bool TMDIChild::eventFilter(QObject* watched, QEvent* event) {
         return false;
     }
     if (event->type() == QEvent::Wheel && watched == reverbView_->ScrollBox1()->viewport()) {
-        static_cast<QWheelEvent*>(event)->angleDelta().y() < 0 ? OnMouseWheelDown()
-                                                               : OnMouseWheelUp();
+        WheelScroll(static_cast<QWheelEvent*>(event)->angleDelta().y());
         return true;
     }
     if (event->type() == QEvent::MouseButtonRelease) {

@@ -61,7 +61,7 @@ void TMDIChild::ApplyComparison() {
     // Reverb tab's own move position; the group delay chart follows when its tab shows.
     const int move = pageControl_->currentIndex() == kReverbTab
                          ? panel1_->TrackBar(sonalyx::Track::Move)->value()
-                         : reverbMovePosition_;
+                         : tabPositions_[kReverbTab][static_cast<int>(sonalyx::Track::Move)];
     for (int i = 0; i < sonalyx::ReverbView::kCharts; ++i) {
         auto& left = reverbView_->Chart(i)->model().left;
         const auto range = sonalyx::view_axis::ReverbMove(move, left.increment,

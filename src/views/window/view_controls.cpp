@@ -2,6 +2,8 @@
 
 #include <QButtonGroup>
 #include <QComboBox>
+#include <QEvent>
+#include <QFontMetrics>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -11,6 +13,7 @@
 #include <QScrollBar>
 #include <QSlider>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "views/compare/reference_note.h"
@@ -317,13 +320,14 @@ QWidget* ViewControls::BuildLegend() {
         auto* title = new QLabel(QLatin1String(kDesign[i]), panel);
         title->setObjectName(QStringLiteral("LegendTitle%1").arg(i + 1));
         legendTitles_[i] = title;
-        const int row = i % 5;
-        const int column = (i / 5) * 2;
-        grid->addWidget(shape, row, column);
-        grid->addWidget(title, row, column + 1);
+        legendCaptions_[i] = title->text();
+        grid->addWidget(shape, i % 5, (i / 5) * 2);
+        grid->addWidget(title, i % 5, (i / 5) * 2 + 1);
     }
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
+    grid->setAlignment(Qt::AlignTop);
+    panel->installEventFilter(this);
     panelLegend_ = panel;
     Swatches white;
     white.fill(Qt::white);
@@ -334,16 +338,65 @@ QWidget* ViewControls::BuildLegend() {
 void ViewControls::SetLegend(const QStringList& captions, const Swatches& swatches) {
     for (int i = 0; i < kLegendEntries; ++i) {
         if (i < captions.size()) {
-            legendTitles_[i]->setText(captions[i]);
+            legendCaptions_[i] = captions[i];
         }
         shapes_[i]->setStyleSheet(
             QStringLiteral("background:%1; border:1px solid #5a606a;").arg(swatches[i].name()));
         shapes_[i]->setProperty("colour", swatches[i]);
     }
+    ArrangeLegend();
+}
+
+void ViewControls::ArrangeLegend() {
+    // Two columns while both columns' captions fit side by side; otherwise one, listing what
+    // has a caption, so that "Surround A" is read whole. Only a panel too narrow even for that
+    // cuts a caption, and its tool tip has it all.
+    auto* grid = static_cast<QGridLayout*>(panelLegend_->layout());
+    legendTitles_[0]->ensurePolished();
+    const QFontMetrics metrics(legendTitles_[0]->font());
+    const int inner = panelLegend_->contentsRect().width() - grid->contentsMargins().left() -
+                      grid->contentsMargins().right();
+    const int gap = grid->horizontalSpacing();
+    const int entry = shapes_[0]->width() + gap;
+    constexpr int kRows = kLegendEntries / 2;
+    std::array<int, 2> widest{};
+    for (int i = 0; i < kLegendEntries; ++i) {
+        widest[i / kRows] =
+            std::max(widest[i / kRows], metrics.horizontalAdvance(legendCaptions_[i]));
+    }
+    const bool paired = inner <= 0 || widest[0] + widest[1] + 2 * entry + gap <= inner;
+    int row = 0;
+    for (int i = 0; i < kLegendEntries; ++i) {
+        QLabel* title = legendTitles_[i];
+        const QString& caption = legendCaptions_[i];
+        const QString shown =
+            paired ? caption : metrics.elidedText(caption, Qt::ElideRight, inner - entry);
+        title->setText(shown);
+        title->setToolTip(shown == caption ? QString() : caption);
+        const bool listed = paired || !caption.isEmpty();
+        shapes_[i]->setVisible(listed);
+        title->setVisible(listed);
+        grid->removeWidget(shapes_[i]);
+        grid->removeWidget(title);
+        if (listed) {
+            const int r = paired ? i % kRows : row++;
+            const int column = paired ? (i / kRows) * 2 : 0;
+            grid->addWidget(shapes_[i], r, column);
+            grid->addWidget(title, r, column + 1);
+        }
+    }
+    panelLegend_->updateGeometry();
+}
+
+bool ViewControls::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == panelLegend_ && event->type() == QEvent::Resize) {
+        ArrangeLegend();
+    }
+    return QFrame::eventFilter(watched, event);
 }
 
 QString ViewControls::LegendCaption(int i) const {
-    return legendTitles_.at(i)->text();
+    return legendCaptions_.at(i);
 }
 
 QColor ViewControls::LegendColour(int i) const {

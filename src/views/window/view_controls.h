@@ -83,6 +83,7 @@ class ViewControls : public QFrame {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     QWidget* BuildSelectors();
@@ -93,6 +94,8 @@ class ViewControls : public QFrame {
                               int position, QLabel* caption);
     StepButton* MakeStep(Step step, Qt::ArrowType arrow, const QString& hint);
     void UpdateLegendVisibility();
+    // Lays the legend entries out in one or two columns, the captions whole where they fit.
+    void ArrangeLegend();
 
     std::array<QSlider*, kTrackCount> tracks_{};
     std::array<StepButton*, kStepCount> steps_{};
@@ -112,6 +115,7 @@ class ViewControls : public QFrame {
     QWidget* panelTimeSlice_ = nullptr;
     QWidget* panelLegend_ = nullptr;
     std::array<QLabel*, kLegendEntries> legendTitles_{};
+    std::array<QString, kLegendEntries> legendCaptions_{};  // whole, as the view set them
     std::array<QFrame*, kLegendEntries> shapes_{};
     QLabel* summary_ = nullptr;
     ReferenceNote* panelReference_ = nullptr;

@@ -37,8 +37,23 @@ const QColor kBoxEdge(75, 82, 94);
 const QColor kBoxFill(24, 26, 30);
 const char* const kTabNames[] = {"reverb", "groupdelay", "parameters"};
 
-// The widget whose rectangle the charts of the current tab are seen through.
+// The current tab's "No Data" label, when it shows one.
+const QLabel* NoDataLabel(const TMDIChild& window) {
+    const QWidget* page = window.PageControl()->currentWidget();
+    for (const auto* label : page->findChildren<QLabel*>(QStringLiteral("LabelNoData"))) {
+        if (label->isVisibleTo(page)) {
+            return label;
+        }
+    }
+    return nullptr;
+}
+
+// The widget whose rectangle the charts of the current tab are seen through (the "No Data"
+// label stands in their place).
 const QWidget* ChartArea(const TMDIChild& window) {
+    if (const QLabel* noData = NoDataLabel(window)) {
+        return noData;
+    }
     if (window.PageControl()->currentIndex() == TMDIChild::kReverbTab) {
         return window.Reverb()->ScrollBox1()->viewport();
     }
@@ -76,13 +91,7 @@ bool ViewExport::IsKnownSuffix(const QString& suffix) {
 }
 
 bool ViewExport::TabHasNoData(const TMDIChild& window) {
-    const QWidget* page = window.PageControl()->currentWidget();
-    for (const auto* label : page->findChildren<QLabel*>(QStringLiteral("LabelNoData"))) {
-        if (label->isVisibleTo(page)) {
-            return true;
-        }
-    }
-    return false;
+    return NoDataLabel(window) != nullptr;
 }
 
 QImage ViewExport::Grab() const {
@@ -176,6 +185,11 @@ void ViewExport::PaintCharts(QPainter& painter) const {
         painter.setFont(ExportFont(9));
         painter.drawText(rect.adjusted(3, 2, -3, -2),
                          Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, memo->toPlainText());
+    }
+    if (const QLabel* noData = NoDataLabel(window_)) {
+        painter.setPen(QColor(125, 131, 142));
+        painter.setFont(noData->font());
+        painter.drawText(area, Qt::AlignCenter, noData->text());
     }
     painter.restore();
 }

@@ -139,6 +139,25 @@ TEST(ChartScreenshots, BarsBelowTheAxisAreHatched) {
     }
 }
 
+// Curves and bars beyond the axis: nothing of them is drawn but a mark at the edge they pass,
+// one for each value cut off.
+TEST(ChartScreenshots, ValuesPastTheAxisAreMarkedAtItsEdge) {
+    for (const bool bars : {false, true}) {
+        ChartModel model = bars ? sampleBarChart() : sampleDecayChart();
+        model.view.enabled = false;
+        model.left = {20, 40, 2, model.left.title};
+        const QSize size(533, 333);
+        const QImage image = render(model, size, false);
+        save(image, QStringLiteral("clipped-%1").arg(bars ? "bars" : "curves"));
+        const QRect plot =
+            ChartProjection::forChart(model, QRectF(QPointF(0, 0), size)).plotRect().toRect();
+        const QRect edge(plot.left() - 4, plot.top() - 1, plot.width() + 8, 7);
+        const int red = countRed(image, edge);
+        EXPECT_GE(red, static_cast<int>(model.series[0].points.size()) * 8) << bars;
+        EXPECT_EQ(countRed(image, QRect(QPoint(0, 0), size)), red) << bars;
+    }
+}
+
 TEST(ChartScreenshots, OddModelsAndRectsPaintOnlyTheirRect) {
     const QRectF kRect(10, 10, 300, 200);
     const struct {
