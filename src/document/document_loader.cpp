@@ -191,9 +191,7 @@ class Loader {
     Loader(MeasurementDocument& doc, const std::vector<std::string>& lines)
         : doc_(doc), lines_(lines), index_(lines, 0, lines.size()) {}
 
-    // Fields separated by semicolons somewhere the loader reads rows: such a file cannot be
-    // read whole. Only rows that a save writes back as they are count, so that whatever loads
-    // once loads again after a save.
+    // Fields separated by semicolons in rows the loader reads: those rows are not read.
     bool separatedBySemicolons() const { return semicolons_; }
 
     void loadReverbSection() {
@@ -542,15 +540,25 @@ bool DocumentLoader::load(MeasurementDocument& doc, const std::vector<std::strin
     if (text.size() > 1)  // without the padding of a date shorter than its 16 characters
         doc.date = trimTrailingCommas(std::string_view(text[1]).substr(0, 16));
 
+    // The first two rows are the program's own in every text it writes, so semicolons there
+    // (the padding of the date row, or past its 16 characters) say the whole file is so.
+    constexpr std::string_view kSemicolons =
+        "The fields of this file are separated by semicolons. Please save it with commas between "
+        "the fields.";
+    if (startsWith(text[0], "[DATE];") ||
+        (text.size() > 1 && text[1].find(';', 16) != std::string::npos))
+        return refuse(std::string(kSemicolons), MessageMode::OkFitted);
+
     Loader loader(doc, text);
     loader.loadReverbSection();
     loader.loadGroupDelaySection();
     loader.loadParametersSection();
-    if (startsWith(text[0], "[DATE];") || loader.separatedBySemicolons()) {
-        return refuse(
-            "The fields of this file are separated by semicolons. Please save it with commas "
-            "between the fields.",
-            MessageMode::OkFitted);
+    if (loader.separatedBySemicolons() && messenger) {
+        // Rows elsewhere may be a memo's text that reads like a row; they are named, not refused.
+        messenger->show(
+            "Some rows of this file are separated by semicolons and were not read. "
+            "Please save it with commas between the fields.",
+            fileName, MessageMode::OkFitted);
     }
 
     const bool anyLoaded = std::any_of(doc.sectionLoaded.begin(), doc.sectionLoaded.end(),
