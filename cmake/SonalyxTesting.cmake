@@ -20,8 +20,11 @@ function(sonalyx_add_test name)
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
+  # Listing the tests starts the program; under Wine (the Windows build) that alone can take
+  # longer than GoogleTest's default of five seconds.
   gtest_discover_tests(${name}
     DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 60
     NO_PRETTY_VALUES
     PROPERTIES ENVIRONMENT "${env}" TIMEOUT ${ARG_TIMEOUT})
 endfunction()

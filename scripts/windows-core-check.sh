@@ -27,9 +27,11 @@ if [ ! -f "$WINEPREFIX/system.reg" ]; then
   wineboot --init >/dev/null 2>&1
   wineserver -w  # the prefix is written out when its server ends
 fi
-# One Wine server for the whole run instead of one per test program.
+# One Wine server for the whole run instead of one per test program, and its background
+# services started here: started by the first test they would hold CTest's output pipe open.
 wineserver -p
 trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
+wine cmd.exe /c exit >/dev/null 2>&1 </dev/null
 
 if [ ! -f "$out/googletest/lib/cmake/GTest/GTestConfig.cmake" ]; then
   echo "Building GoogleTest for Windows"
