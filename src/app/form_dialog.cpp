@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
+#include <algorithm>
 
 namespace {
 
@@ -164,6 +165,13 @@ sonalyx::Answer TFormDialog::Show(const QString& message, const QString& secondL
         parent = QApplication::activeWindow();
     }
     TFormDialog dialog(message, secondLine, mode, parent);
+    // Never underneath a window that keeps itself on top (the "Receiving" window, say).
+    const auto windows = QApplication::topLevelWidgets();
+    if (std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+            return window->isVisible() && window->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+        })) {
+        dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
+    }
     const QRect desktop = dialog.screen()->availableGeometry();
     dialog.move(desktop.center() - QPoint(dialog.width() / 2, dialog.height() / 2));
     const int result = dialog.exec();

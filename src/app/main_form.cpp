@@ -273,10 +273,6 @@ void TMainForm::FileSaveAs1Execute() {
 }
 
 void TMainForm::FileReceiveExecute() {
-    if (AtDocumentLimit()) {
-        ShowMessage(tr("No more window."), QString(), 2);
-        return;
-    }
     sonalyx::ReceiveOptions options;
     if (AskReceiveOptions(options)) {
         StartReceive(options);
@@ -284,7 +280,7 @@ void TMainForm::FileReceiveExecute() {
 }
 
 void TMainForm::FileOtherReceiveExecute() {
-    // Parameters only: the dialog's kind selections do not apply, nor the window limit.
+    // Parameters only: the dialog's kind selections do not apply.
     sonalyx::ReceiveOptions options;
     if (AskReceiveOptions(options)) {
         options.parametersOnly = true;
@@ -293,6 +289,11 @@ void TMainForm::FileOtherReceiveExecute() {
 }
 
 bool TMainForm::AskReceiveOptions(sonalyx::ReceiveOptions& options) {
+    // Checked before anything is fetched: a result with no window to go to would be lost.
+    if (AtDocumentLimit()) {
+        ShowMessage(tr("No more window."), QString(), 2);
+        return false;
+    }
     StopDemo();
     sonalyx::TFormPort dialog(sonalyx::offeredPorts(options_.ports), this);
     if (dialog.exec() != QDialog::Accepted) {
