@@ -32,6 +32,8 @@
 namespace {
 
 const QString kNewData = QStringLiteral("New Data");
+// Beside the file history: the port of the last receive that went through, offered first.
+const QString kLastPortKey = QStringLiteral("RECEIVE/LASTPORT");
 
 }  // namespace
 
@@ -295,7 +297,10 @@ bool TMainForm::AskReceiveOptions(sonalyx::ReceiveOptions& options) {
         return false;
     }
     StopDemo();
-    sonalyx::TFormPort dialog(sonalyx::offeredPorts(options_.ports), this);
+    sonalyx::TFormPort dialog(
+        sonalyx::offeredPorts(options_.ports, settings_->value(kLastPortKey).toString(),
+                              sonalyx::systemPorts()),
+        this);
     if (dialog.exec() != QDialog::Accepted) {
         return false;
     }
@@ -311,7 +316,9 @@ void TMainForm::StartReceive(const sonalyx::ReceiveOptions& options) {
     auto* session = new sonalyx::ReceiveSession(messenger_, this);
     receive_ = session;
     SetReceiveActionsEnabled(false);
-    session->setEndHandler([this](const sonalyx::ReceiveResult& result) { ReceiveEnded(result); });
+    session->setEndHandler(
+        [this, port = QString::fromStdString(options.portName)](
+            const sonalyx::ReceiveResult& result) { ReceiveEnded(result, port); });
     if (!session->start(options)) {
         // The port did not open; the link has already said so.
         receive_ = nullptr;
@@ -320,7 +327,7 @@ void TMainForm::StartReceive(const sonalyx::ReceiveOptions& options) {
     }
 }
 
-void TMainForm::ReceiveEnded(const sonalyx::ReceiveResult& result) {
+void TMainForm::ReceiveEnded(const sonalyx::ReceiveResult& result, const QString& port) {
     // Called from inside the engine: the session may only go once control is back.
     if (receive_ != nullptr) {
         receive_->deleteLater();
@@ -330,6 +337,7 @@ void TMainForm::ReceiveEnded(const sonalyx::ReceiveResult& result) {
     if (!result.success || result.lines.empty()) {
         return;
     }
+    settings_->setValue(kLastPortKey, port);
     std::vector<std::string> lines = result.lines;
     const QDateTime now = QDateTime::currentDateTime();
     sonalyx::stampDate(

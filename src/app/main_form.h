@@ -146,7 +146,7 @@ class TMainForm : public QMainWindow {
     void StopDemo();
     bool AskReceiveOptions(sonalyx::ReceiveOptions& options);
     void StartReceive(const sonalyx::ReceiveOptions& options);
-    void ReceiveEnded(const sonalyx::ReceiveResult& result);
+    void ReceiveEnded(const sonalyx::ReceiveResult& result, const QString& port);
     void SetReceiveActionsEnabled(bool enabled);
     bool DropCarriesFiles(const QEvent* event) const;
     void OpenDroppedFiles(const QEvent* event);

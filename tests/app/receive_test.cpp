@@ -15,6 +15,7 @@
 
 #include "app/receive_log_folder.h"
 #include "document/measurement_document.h"
+#include "link/form_port.h"
 #include "link/form_rs232c.h"
 #include "main_form_fixture.h"
 #include "support/document_window.h"
@@ -270,11 +271,20 @@ TEST_F(ReceiveTest, FullAndOtherReceiveFromTheEmulatorOpenNewDataWindows) {
     EXPECT_TRUE(receiveActionsEnabled(form));
     EXPECT_TRUE(form.Action(QStringLiteral("ActionDemo"))->isEnabled());
 
-    // The other receive fetches the parameters alone.
-    form.Action(QStringLiteral("FileOtherReceive"))->trigger();
-    ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 2; }));
-    ASSERT_TRUE(waitFor([&form] { return !form.Receiving(); }));
-    const sonalyx::MeasurementDocument& parameters = form.ActiveDocument()->Document();
+    // Next time, named or not, the port that went through is offered first; the other receive
+    // fetches the parameters alone.
+    form_.reset();
+    ports_.clear();
+    TMainForm& again = start();
+    QString offered;
+    answers.inspect([&offered](QWidget& dialog) {
+        offered = qobject_cast<sonalyx::TFormPort*>(&dialog)->PortName();
+    });
+    again.Action(QStringLiteral("FileOtherReceive"))->trigger();
+    EXPECT_EQ(offered, QString::fromStdString(receiver.portPath()));
+    ASSERT_TRUE(waitFor([&again] { return again.DocumentWindows().size() == 1; }));
+    ASSERT_TRUE(waitFor([&again] { return !again.Receiving(); }));
+    const sonalyx::MeasurementDocument& parameters = again.ActiveDocument()->Document();
     EXPECT_FALSE(parameters.parameterLines.empty());
     EXPECT_TRUE(parameters.groupDelayLines.empty());
     EXPECT_TRUE(answers.messages().isEmpty()) << answers.messages().join('\n').toStdString();
