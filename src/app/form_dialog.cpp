@@ -150,6 +150,18 @@ void TFormDialog::SetTexts(const QString& message, const QString& secondLine) {
 }
 
 void TFormDialog::keyPressEvent(QKeyEvent* event) {
+    // Y, N and C answer a question as its buttons would.
+    const bool plain = (event->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+    if (mode_ == sonalyx::MessageMode::YesNoCancel && plain) {
+        const std::pair<int, QPushButton*> keys[] = {
+            {Qt::Key_Y, button1_}, {Qt::Key_N, button2_}, {Qt::Key_C, button3_}};
+        for (const auto& [key, button] : keys) {
+            if (event->key() == key) {
+                button->click();
+                return;
+            }
+        }
+    }
     // Escape means CANCEL for a question and OK for a message.
     if (event->key() == Qt::Key_Escape) {
         done(static_cast<int>(mode_ == sonalyx::MessageMode::YesNoCancel ? sonalyx::Answer::Cancel

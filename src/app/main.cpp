@@ -21,7 +21,8 @@ int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("veltrona"));
     QApplication::setApplicationName(QStringLiteral("Sonalyx"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Veltrona Sonalyx"));
+    // No display name: the window system would append it to every caption ("Sonalyx — Veltrona
+    // Sonalyx"), and each window's caption is already what the user should read.
     QApplication::setApplicationVersion(QStringLiteral("2.2"));
     QApplication::setDesktopFileName(QStringLiteral("sonalyx"));
     QApplication::setWindowIcon(BrandArt::ApplicationIcon());
@@ -34,8 +35,8 @@ int main(int argc, char* argv[]) {
     parser.addVersionOption();
     parser.addOption({QStringLiteral("no-splash"), QStringLiteral("Start without the splash.")});
     parser.addOption({QStringLiteral("settings"),
-                      QStringLiteral("Keep the file history in this ini file instead of the "
-                                     "user's settings."),
+                      QStringLiteral("Keep the settings (file history, last port, window "
+                                     "place) in this ini file instead of the user's."),
                       QStringLiteral("file")});
     parser.addOption({QStringLiteral("port"),
                       QStringLiteral("Offer this serial port first when receiving (repeatable)."),

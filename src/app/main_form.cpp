@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMdiArea>
+#include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
@@ -32,8 +33,11 @@
 namespace {
 
 const QString kNewData = QStringLiteral("New Data");
-// Beside the file history: the port of the last receive that went through, offered first.
+// Beside the file history: the port of the last receive that went through, offered first,
+// and where the frame was left.
 const QString kLastPortKey = QStringLiteral("RECEIVE/LASTPORT");
+const QString kGeometryKey = QStringLiteral("MAINFORM/GEOMETRY");
+const QSize kDesignSize(1280, 820);
 
 }  // namespace
 
@@ -91,7 +95,22 @@ TMainForm::TMainForm(MainFormOptions options, QWidget* parent)
     timer1_->setInterval(1);
     connect(timer1_, &QTimer::timeout, this, &TMainForm::Timer1Timer);
     timer1_->start();
-    resize(1280, 820);
+    PlaceOnScreen();
+}
+
+void TMainForm::PlaceOnScreen() {
+    if (restoreGeometry(settings_->value(kGeometryKey).toByteArray())) {
+        return;
+    }
+    // The design size where the screen has room for it, with the frame and a margin around.
+    const QScreen* shownOn = screen();
+    if (shownOn == nullptr) {
+        resize(kDesignSize);
+        return;
+    }
+    const QRect area = shownOn->availableGeometry();
+    resize(kDesignSize.boundedTo(area.size() * 0.9));
+    move(area.center() - rect().center());
 }
 
 TMainForm::~TMainForm() {
@@ -534,5 +553,6 @@ void TMainForm::closeEvent(QCloseEvent* event) {
     if (glossary_ != nullptr) {
         glossary_->close();
     }
+    settings_->setValue(kGeometryKey, saveGeometry());
     event->accept();
 }

@@ -125,6 +125,8 @@ class TMainForm : public QMainWindow {
     void CreateToolBar();
     void CreateStatusBar();
     void CreateHistoryItems();
+    // Where the frame was left, else the design size within the screen's available area.
+    void PlaceOnScreen();
     void RebuildHistoryMenu();
     void HistoryItemClick(int index);
     void AddToHistory(const QString& path);
