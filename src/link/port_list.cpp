@@ -19,7 +19,7 @@ QList<PortChoice> systemPorts() {
     const auto available = QSerialPortInfo::availablePorts();
 #ifdef Q_OS_WIN
     for (int number = 1; number <= 8; ++number) {
-        ports.append({QStringLiteral("COM%1").arg(number), {}, {}});
+        ports.append({QStringLiteral("COM%1").arg(number)});
     }
     for (const QSerialPortInfo& info : available) {
         for (PortChoice& port : ports) {
@@ -73,7 +73,7 @@ QList<PortChoice> offeredPorts(const QStringList& namedPorts, const QString& las
     QList<PortChoice> ports;
     for (const QString& name : names) {
         const auto found = find(name);
-        ports.append(found != system.end() ? *found : PortChoice{name, {}, {}});
+        ports.append(found != system.end() ? *found : PortChoice{name});
     }
     return ports;
 }

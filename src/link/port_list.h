@@ -9,8 +9,8 @@ namespace sonalyx {
 // A serial port as the port dialog offers it: the name to open and what the system says of it.
 struct PortChoice {
     QString name;
-    QString description;  // "FT232R USB UART"
-    QString maker;        // "FTDI"
+    QString description{};  // "FT232R USB UART"
+    QString maker{};        // "FTDI"
 
     // "name — description (maker)"; the bare name when the system says nothing of the port.
     QString caption() const;
