@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
+#include <algorithm>
 
 namespace {
 
@@ -149,6 +150,18 @@ void TFormDialog::SetTexts(const QString& message, const QString& secondLine) {
 }
 
 void TFormDialog::keyPressEvent(QKeyEvent* event) {
+    // Y, N and C answer a question as its buttons would.
+    const bool plain = (event->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+    if (mode_ == sonalyx::MessageMode::YesNoCancel && plain) {
+        const std::pair<int, QPushButton*> keys[] = {
+            {Qt::Key_Y, button1_}, {Qt::Key_N, button2_}, {Qt::Key_C, button3_}};
+        for (const auto& [key, button] : keys) {
+            if (event->key() == key) {
+                button->click();
+                return;
+            }
+        }
+    }
     // Escape means CANCEL for a question and OK for a message.
     if (event->key() == Qt::Key_Escape) {
         done(static_cast<int>(mode_ == sonalyx::MessageMode::YesNoCancel ? sonalyx::Answer::Cancel
@@ -164,6 +177,13 @@ sonalyx::Answer TFormDialog::Show(const QString& message, const QString& secondL
         parent = QApplication::activeWindow();
     }
     TFormDialog dialog(message, secondLine, mode, parent);
+    // Never underneath a window that keeps itself on top (the "Receiving" window, say).
+    const auto windows = QApplication::topLevelWidgets();
+    if (std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+            return window->isVisible() && window->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+        })) {
+        dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
+    }
     const QRect desktop = dialog.screen()->availableGeometry();
     dialog.move(desktop.center() - QPoint(dialog.width() / 2, dialog.height() / 2));
     const int result = dialog.exec();

@@ -29,8 +29,8 @@ void describeOptions(QCommandLineParser& parser) {
     parser.addVersionOption();
     parser.addOption({QStringLiteral("no-splash"), QStringLiteral("Start without the splash.")});
     parser.addOption({QStringLiteral("settings"),
-                      QStringLiteral("Keep the file history in this ini file instead of the "
-                                     "user's settings."),
+                      QStringLiteral("Keep the settings (file history, last port, window "
+                                     "place) in this ini file instead of the user's."),
                       QStringLiteral("file")});
     parser.addOption({QStringLiteral("port"),
                       QStringLiteral("Offer this serial port first when receiving (repeatable)."),
@@ -63,7 +63,8 @@ int main(int argc, char* argv[]) {
     }
     QApplication app(argc, argv);
     nameApplication();
-    QApplication::setApplicationDisplayName(QStringLiteral("Veltrona Sonalyx"));
+    // No display name: the window system would append it to every caption ("Sonalyx — Veltrona
+    // Sonalyx"), and each window's caption is already what the user should read.
     QApplication::setDesktopFileName(QStringLiteral("sonalyx"));
     QApplication::setWindowIcon(BrandArt::ApplicationIcon());
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));

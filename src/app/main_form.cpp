@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMdiArea>
+#include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
@@ -33,6 +34,11 @@
 namespace {
 
 const QString kNewData = QStringLiteral("New Data");
+// Beside the file history: the port of the last receive that went through, offered first,
+// and where the frame was left.
+const QString kLastPortKey = QStringLiteral("RECEIVE/LASTPORT");
+const QString kGeometryKey = QStringLiteral("MAINFORM/GEOMETRY");
+const QSize kDesignSize(1280, 820);
 
 }  // namespace
 
@@ -91,7 +97,22 @@ TMainForm::TMainForm(MainFormOptions options, QWidget* parent)
     timer1_->setInterval(1);
     connect(timer1_, &QTimer::timeout, this, &TMainForm::Timer1Timer);
     timer1_->start();
-    resize(1280, 820);
+    PlaceOnScreen();
+}
+
+void TMainForm::PlaceOnScreen() {
+    if (restoreGeometry(settings_->value(kGeometryKey).toByteArray())) {
+        return;
+    }
+    // The design size where the screen has room for it, with the frame and a margin around.
+    const QScreen* shownOn = screen();
+    if (shownOn == nullptr) {
+        resize(kDesignSize);
+        return;
+    }
+    const QRect area = shownOn->availableGeometry();
+    resize(kDesignSize.boundedTo(area.size() * 0.9));
+    move(area.center() - rect().center());
 }
 
 TMainForm::~TMainForm() {
@@ -275,10 +296,6 @@ void TMainForm::FileSaveAs1Execute() {
 }
 
 void TMainForm::FileReceiveExecute() {
-    if (AtDocumentLimit()) {
-        ShowMessage(tr("No more window."), QString(), 2);
-        return;
-    }
     sonalyx::ReceiveOptions options;
     if (AskReceiveOptions(options)) {
         StartReceive(options);
@@ -286,7 +303,7 @@ void TMainForm::FileReceiveExecute() {
 }
 
 void TMainForm::FileOtherReceiveExecute() {
-    // Parameters only: the dialog's kind selections do not apply, nor the window limit.
+    // Parameters only: the dialog's kind selections do not apply.
     sonalyx::ReceiveOptions options;
     if (AskReceiveOptions(options)) {
         options.parametersOnly = true;
@@ -295,8 +312,16 @@ void TMainForm::FileOtherReceiveExecute() {
 }
 
 bool TMainForm::AskReceiveOptions(sonalyx::ReceiveOptions& options) {
+    // Checked before anything is fetched: a result with no window to go to would be lost.
+    if (AtDocumentLimit()) {
+        ShowMessage(tr("No more window."), QString(), 2);
+        return false;
+    }
     StopDemo();
-    sonalyx::TFormPort dialog(sonalyx::offeredPorts(options_.ports), this);
+    sonalyx::TFormPort dialog(
+        sonalyx::offeredPorts(options_.ports, settings_->value(kLastPortKey).toString(),
+                              sonalyx::systemPorts()),
+        this);
     if (dialog.exec() != QDialog::Accepted) {
         return false;
     }
@@ -312,7 +337,9 @@ void TMainForm::StartReceive(const sonalyx::ReceiveOptions& options) {
     auto* session = new sonalyx::ReceiveSession(messenger_, this);
     receive_ = session;
     SetReceiveActionsEnabled(false);
-    session->setEndHandler([this](const sonalyx::ReceiveResult& result) { ReceiveEnded(result); });
+    session->setEndHandler(
+        [this, port = QString::fromStdString(options.portName)](
+            const sonalyx::ReceiveResult& result) { ReceiveEnded(result, port); });
     if (!session->start(options)) {
         // The port did not open; the link has already said so.
         receive_ = nullptr;
@@ -321,7 +348,7 @@ void TMainForm::StartReceive(const sonalyx::ReceiveOptions& options) {
     }
 }
 
-void TMainForm::ReceiveEnded(const sonalyx::ReceiveResult& result) {
+void TMainForm::ReceiveEnded(const sonalyx::ReceiveResult& result, const QString& port) {
     // Called from inside the engine: the session may only go once control is back.
     if (receive_ != nullptr) {
         receive_->deleteLater();
@@ -331,6 +358,7 @@ void TMainForm::ReceiveEnded(const sonalyx::ReceiveResult& result) {
     if (!result.success || result.lines.empty()) {
         return;
     }
+    settings_->setValue(kLastPortKey, port);
     std::vector<std::string> lines = result.lines;
     const QDateTime now = QDateTime::currentDateTime();
     sonalyx::stampDate(
@@ -540,5 +568,6 @@ void TMainForm::closeEvent(QCloseEvent* event) {
     if (glossary_ != nullptr) {
         glossary_->close();
     }
+    settings_->setValue(kGeometryKey, saveGeometry());
     event->accept();
 }

@@ -128,6 +128,8 @@ class TMainForm : public QMainWindow {
     void CreateToolBar();
     void CreateStatusBar();
     void CreateHistoryItems();
+    // Where the frame was left, else the design size within the screen's available area.
+    void PlaceOnScreen();
     void RebuildHistoryMenu();
     void HistoryItemClick(int index);
     void AddToHistory(const QString& path);
@@ -149,7 +151,7 @@ class TMainForm : public QMainWindow {
     void StopDemo();
     bool AskReceiveOptions(sonalyx::ReceiveOptions& options);
     void StartReceive(const sonalyx::ReceiveOptions& options);
-    void ReceiveEnded(const sonalyx::ReceiveResult& result);
+    void ReceiveEnded(const sonalyx::ReceiveResult& result, const QString& port);
     void SetReceiveActionsEnabled(bool enabled);
     bool DropCarriesFiles(const QEvent* event) const;
     void OpenDroppedFiles(const QEvent* event);

@@ -58,7 +58,7 @@ void TMainForm::CreateActions() {
     bind(MakeAction(QStringLiteral("FileOpen1"), tr("Open(&O)"), "Ctrl+O", false),
          &TMainForm::FileOpen1Execute)
         ->setIcon(ToolIcons::Make(ToolIcons::Open));
-    connect(MakeAction(QStringLiteral("FileClose1"), tr("Close(&C)"), nullptr, true),
+    connect(MakeAction(QStringLiteral("FileClose1"), tr("Close(&C)"), "Ctrl+W", true),
             &QAction::triggered, mdiArea_, &QMdiArea::closeActiveSubWindow);
     bind(MakeAction(QStringLiteral("FileSave1"), tr("Save(&S)"), "Ctrl+S", false),
          &TMainForm::FileSave1Execute)
@@ -82,7 +82,7 @@ void TMainForm::CreateActions() {
         ->setIcon(ToolIcons::Make(ToolIcons::Export));
     bind(MakeAction(QStringLiteral("FileReport"), tr("Report(&T)..."), nullptr, false),
          &TMainForm::FileReportExecute);
-    bind(MakeAction(QStringLiteral("FileExit1"), tr("Exit(&X)"), nullptr, true),
+    bind(MakeAction(QStringLiteral("FileExit1"), tr("Exit(&X)"), "Ctrl+Q", true),
          &TMainForm::FileExit1Execute);
 
     connect(MakeAction(QStringLiteral("EditUndo1"), tr("Undo(&U)"), "Ctrl+Z", false),
@@ -123,7 +123,7 @@ void TMainForm::CreateActions() {
 
     bind(MakeAction(QStringLiteral("HelpAbout1"), tr("VersionInfo(&A)..."), nullptr, false),
          &TMainForm::HelpAbout1Execute);
-    bind(MakeAction(QStringLiteral("GlossaryG1"), tr("Glossary(&G)"), nullptr, true),
+    bind(MakeAction(QStringLiteral("GlossaryG1"), tr("Glossary(&G)"), "F1", true),
          &TMainForm::GlossaryG1Click);
     bind(MakeAction(QStringLiteral("HelpReceiveLogs"), tr("Receive Logs(&L)"), nullptr, true),
          &TMainForm::HelpReceiveLogsExecute);
@@ -166,6 +166,7 @@ void TMainForm::CreateMenus() {
     fileMenu_->addAction(Action(QStringLiteral("FileSave1")));
     QAction* saveAs = fileMenu_->addAction(tr("Save As(&A)..."));
     saveAs->setObjectName(QStringLiteral("FileSaveAsItem"));
+    saveAs->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+S")));
     // Menu items whose captions differ from their action's follow its enabled state.
     const auto follow = [](QAction* source, QAction* item) {
         item->setEnabled(source->isEnabled());
@@ -180,6 +181,7 @@ void TMainForm::CreateMenus() {
     fileMenu_->addAction(Action(QStringLiteral("FileOtherReceive")));
     QAction* print = fileMenu_->addAction(ToolIcons::Make(ToolIcons::Print), tr("Print(&P)"));
     print->setObjectName(QStringLiteral("FilePrintItem"));
+    print->setShortcut(QKeySequence(QStringLiteral("Ctrl+P")));
     follow(Action(QStringLiteral("FilePrint")), print);
     fileMenu_->addAction(Action(QStringLiteral("FilePreview")));
     fileMenu_->addAction(Action(QStringLiteral("FileExport")));
@@ -227,7 +229,9 @@ void TMainForm::CreateMenus() {
     QMenu* help = menuBar()->addMenu(tr("Help(&H)"));
     help->addAction(Action(QStringLiteral("GlossaryG1")));
     help->addAction(Action(QStringLiteral("HelpReceiveLogs")));
-    help->addAction(Action(QStringLiteral("HelpAbout1")));
+    QAction* about = help->addAction(tr("Version Info(&A)..."));
+    about->setObjectName(QStringLiteral("HelpAboutItem"));
+    follow(Action(QStringLiteral("HelpAbout1")), about);
 }
 
 void TMainForm::CreateToolBar() {

@@ -6,6 +6,8 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTextEdit>
@@ -82,6 +84,11 @@ void TMainForm::WindowArrangeAll1Execute() {
 }
 
 void TMainForm::TrackEditTarget(QWidget* focused) {
+    // The menu bar takes the focus while it is worked from the keyboard (Alt+E); the Edit menu
+    // must still act on the editor the user came from.
+    if (qobject_cast<QMenuBar*>(focused) != nullptr || qobject_cast<QMenu*>(focused) != nullptr) {
+        return;
+    }
     const bool editor = qobject_cast<QPlainTextEdit*>(focused) != nullptr ||
                         qobject_cast<QLineEdit*>(focused) != nullptr ||
                         qobject_cast<QTextEdit*>(focused) != nullptr;

@@ -9,7 +9,8 @@ namespace sonalyx {
 
 ReceiveSession::ReceiveSession(Messenger& messenger, QWidget* window)
     : QObject(window),
-      messenger_(messenger),
+      held_(messenger),
+      messenger_(held_),
       form_(new TFormRS232C(messenger_, window)),
       loggedLink_(std::make_unique<LoggingSerialLink>(form_->link(), log_)),
       engine_(std::make_unique<ReceiveEngine>(*loggedLink_, ticker_, messenger_, *this)) {
@@ -26,9 +27,16 @@ ReceiveSession::~ReceiveSession() {
 
 bool ReceiveSession::start(const ReceiveOptions& options) {
     startLog(options);
-    form_->ShowProgress({});
-    form_->show();
-    return engine_->start(options) || ended_;
+    held_.hold();
+    const bool started = engine_->start(options);
+    if (!started) {
+        held_.release();
+        return false;
+    }
+    if (!ended_) {
+        form_->show();
+    }
+    return true;
 }
 
 void ReceiveSession::startLog(const ReceiveOptions& options) {
@@ -77,6 +85,7 @@ void ReceiveSession::finished(const ReceiveResult& result) {
     if (form_ != nullptr) {
         form_->hide();
     }
+    held_.release();
     if (onEnd_) {
         onEnd_(result);
     }

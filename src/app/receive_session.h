@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 
+#include "app/held_messenger.h"
 #include "link/form_rs232c.h"
 #include "link/timer_ticker.h"
 #include "retrieval/exchange_log.h"
@@ -15,9 +16,11 @@
 namespace sonalyx {
 
 // One receive run of the main window: the "Receiving" window, which owns the serial session,
-// the engine on that session, the ticker that paces it and the run's exchange log. The end
-// handler hears the result once; the owner may then deleteLater() the session, never delete
-// it inside the handler.
+// the engine on that session, the ticker that paces it and the run's exchange log. The window
+// is shown only once the port is open; when the run ends the port is closed, the log finished
+// and the window hidden before any message of the run is shown. The end handler hears the
+// result once; the owner may then deleteLater() the session, never delete it inside the
+// handler.
 class ReceiveSession : public QObject, public ReceiveObserver {
     Q_OBJECT
 
@@ -28,8 +31,8 @@ class ReceiveSession : public QObject, public ReceiveObserver {
     ~ReceiveSession() override;
 
     void setEndHandler(EndHandler handler) { onEnd_ = std::move(handler); }
-    // Shows the "Receiving" window, starts the run's log and the dialogue. False when nothing
-    // started (the port did not open); the end handler is then not called.
+    // Starts the run's log and the dialogue, and shows the "Receiving" window. False when nothing
+    // started (the port did not open, which has been said); the end handler is then not called.
     bool start(const ReceiveOptions& options);
     // Stops a run still going; the end handler hears a cancelled result.
     void cancel();
@@ -46,6 +49,7 @@ class ReceiveSession : public QObject, public ReceiveObserver {
     void onLineLost();
     void startLog(const ReceiveOptions& options);
 
+    HeldMessenger held_;
     LogNamingMessenger messenger_;
     // The window is a child of the main window, which may take it down first when it closes.
     QPointer<TFormRS232C> form_;

@@ -1,5 +1,6 @@
 #include "link/form_port.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -30,7 +31,7 @@ Widget* named(Widget* widget, const char* name) {
 
 }  // namespace
 
-TFormPort::TFormPort(const QStringList& ports, QWidget* parent)
+TFormPort::TFormPort(const QList<PortChoice>& ports, QWidget* parent)
     : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::WindowStaysOnTopHint) {
     setObjectName(QStringLiteral("FormPort"));
@@ -44,16 +45,10 @@ TFormPort::TFormPort(const QStringList& ports, QWidget* parent)
     connectHandlers();
 }
 
-void TFormPort::buildControls(const QStringList& ports) {
+void TFormPort::buildControls(const QList<PortChoice>& ports) {
     Label1 = named(new QLabel(QStringLiteral("Select serial port"), this), "Label1");
     ComboBox1 = named(new DropDownComboBox(this), "ComboBox1");
-    ComboBox1->addItems(ports);
-    ComboBox1->setCurrentIndex(ports.isEmpty() ? -1 : 0);
-#ifndef Q_OS_WIN
-    // Serial devices have many names outside Windows; let the user type one that is not listed.
-    ComboBox1->setEditable(true);
-    ComboBox1->setInsertPolicy(QComboBox::NoInsert);
-#endif
+    fillPorts(ports);
     Label2 = named(new QLabel(QStringLiteral("Select receiving data"), this), "Label2");
     GroupBox1 = named(new QGroupBox(this), "GroupBox1");
     cbReverb = named(new QCheckBox(QStringLiteral("Reverb"), GroupBox1), "cbReverb");
@@ -69,6 +64,29 @@ void TFormPort::buildControls(const QStringList& ports) {
     Button1 = named(new QPushButton(QStringLiteral("OK"), this), "Button1");
     Button1->setDefault(true);
     Button2 = named(new QPushButton(QStringLiteral("CANCEL"), this), "Button2");
+}
+
+void TFormPort::fillPorts(const QList<PortChoice>& ports) {
+    for (const PortChoice& port : ports) {
+        ComboBox1->addItem(port.caption(), port.name);
+        ComboBox1->setItemData(ComboBox1->count() - 1, port.caption(), Qt::ToolTipRole);
+    }
+#ifndef Q_OS_WIN
+    // Serial devices have many names outside Windows; let the user type one that is not listed.
+    ComboBox1->setEditable(true);
+    ComboBox1->setInsertPolicy(QComboBox::NoInsert);
+#endif
+    // The list is as wide as its longest description, however narrow the box; the box itself
+    // shows the chosen port's name, the description in its tip.
+    ComboBox1->view()->setMinimumWidth(ComboBox1->view()->sizeHintForColumn(0) + 8);
+    connect(ComboBox1, &QComboBox::currentIndexChanged, this, [this](int index) {
+        ComboBox1->setToolTip(ComboBox1->itemData(index, Qt::ToolTipRole).toString());
+        if (ComboBox1->isEditable() && index >= 0) {
+            ComboBox1->setEditText(ComboBox1->itemData(index).toString());
+        }
+    });
+    ComboBox1->setCurrentIndex(-1);
+    ComboBox1->setCurrentIndex(ports.isEmpty() ? -1 : 0);
 }
 
 void TFormPort::placeControls() {
@@ -96,10 +114,15 @@ void TFormPort::connectHandlers() {
 
 QString TFormPort::PortName() const {
     const QString text = ComboBox1->currentText().trimmed();
+    // Where the box shows a listed port's caption, the name is the item's.
+    const int listed = ComboBox1->findText(text);
+    if (listed >= 0) {
+        return ComboBox1->itemData(listed).toString();
+    }
     if (!text.isEmpty()) {
         return text;
     }
-    return ComboBox1->count() > 0 ? ComboBox1->itemText(0) : QStringLiteral("COM1");
+    return ComboBox1->count() > 0 ? ComboBox1->itemData(0).toString() : QStringLiteral("COM1");
 }
 
 bool TFormPort::ReceiveReverb() const {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QDialog>
-#include <QStringList>
+#include <QList>
+
+#include "link/port_list.h"
 
 class QCheckBox;
 class QGroupBox;
@@ -13,13 +15,14 @@ namespace sonalyx {
 class DropDownComboBox;
 
 // The port and data selection shown before every receive. It is built afresh for each use and
-// always opens with its defaults: the first port, all three kinds checked.
+// always opens with its defaults: the first port, all three kinds checked. Each port is listed
+// with what the system says of it; PortName() is the name to open.
 class TFormPort : public QDialog {
     Q_OBJECT
 
   public:
-    // ports: the names to offer, in order (see offeredPorts()).
-    explicit TFormPort(const QStringList& ports, QWidget* parent = nullptr);
+    // ports: what to offer, in order (see offeredPorts()).
+    explicit TFormPort(const QList<PortChoice>& ports, QWidget* parent = nullptr);
 
     QString PortName() const;
     bool ReceiveReverb() const;
@@ -27,7 +30,8 @@ class TFormPort : public QDialog {
     bool ReceiveTORVEPara() const;
 
   private:
-    void buildControls(const QStringList& ports);
+    void buildControls(const QList<PortChoice>& ports);
+    void fillPorts(const QList<PortChoice>& ports);
     void placeControls();
     void connectHandlers();
     void OnClickOk();

@@ -1,27 +1,43 @@
 #include "link/port_list.h"
 
+#include <QFileInfo>
 #include <QSerialPortInfo>
+#include <algorithm>
 
 namespace sonalyx {
 
-namespace {
+QString PortChoice::caption() const {
+    QString about = description;
+    if (!maker.isEmpty()) {
+        about = about.isEmpty() ? maker : QStringLiteral("%1 (%2)").arg(about, maker);
+    }
+    return about.isEmpty() ? name : QStringLiteral("%1 \u2014 %2").arg(name, about);
+}
 
-QStringList systemPorts() {
-    QStringList ports;
+QList<PortChoice> systemPorts() {
+    QList<PortChoice> ports;
+    const auto available = QSerialPortInfo::availablePorts();
 #ifdef Q_OS_WIN
     for (int number = 1; number <= 8; ++number) {
-        ports << QStringLiteral("COM%1").arg(number);
+        ports.append({QStringLiteral("COM%1").arg(number)});
+    }
+    for (const QSerialPortInfo& info : available) {
+        for (PortChoice& port : ports) {
+            if (port.name == info.portName()) {
+                port.description = info.description();
+                port.maker = info.manufacturer();
+            }
+        }
     }
 #else
-    for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
-        ports << info.systemLocation();
+    for (const QSerialPortInfo& info : available) {
+        ports.append({info.systemLocation(), info.description(), info.manufacturer()});
     }
-    ports.sort();
+    std::sort(ports.begin(), ports.end(),
+              [](const PortChoice& a, const PortChoice& b) { return a.name < b.name; });
 #endif
     return ports;
 }
-
-}  // namespace
 
 QStringList portsNamedOnCommandLine(const QStringList& arguments) {
     static const QString kOption = QStringLiteral("--port");
@@ -39,10 +55,26 @@ QStringList portsNamedOnCommandLine(const QStringList& arguments) {
     return ports;
 }
 
-QStringList offeredPorts(const QStringList& namedPorts) {
-    QStringList ports = namedPorts;
-    ports << systemPorts();
-    ports.removeDuplicates();
+QList<PortChoice> offeredPorts(const QStringList& namedPorts, const QString& lastPort,
+                               const QList<PortChoice>& system) {
+    const auto find = [&system](const QString& name) {
+        return std::find_if(system.begin(), system.end(),
+                            [&name](const PortChoice& port) { return port.name == name; });
+    };
+    QStringList names = namedPorts;
+    // A port that went away (an adapter unplugged) is not worth offering first.
+    if (!lastPort.isEmpty() && (find(lastPort) != system.end() || QFileInfo::exists(lastPort))) {
+        names << lastPort;
+    }
+    for (const PortChoice& port : system) {
+        names << port.name;
+    }
+    names.removeDuplicates();
+    QList<PortChoice> ports;
+    for (const QString& name : names) {
+        const auto found = find(name);
+        ports.append(found != system.end() ? *found : PortChoice{name});
+    }
     return ports;
 }
 

@@ -9,7 +9,8 @@
 namespace sonalyx {
 
 bool PrintEnvironment::HasPrinter() const {
-    return !QPrinterInfo::availablePrinterNames().isEmpty();
+    // Queues without a default are not enough: the system itself prints nowhere then.
+    return !QPrinterInfo::defaultPrinterName().isEmpty();
 }
 
 QSize PrintEnvironment::ScreenSize(const QWidget* window) const {

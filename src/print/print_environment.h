@@ -7,7 +7,7 @@ class QWidget;
 
 namespace sonalyx {
 
-// What printing asks of the system: whether a printer exists, how big the screen is, and a
+// What printing asks of the system: whether it has a default printer, how big the screen is, and a
 // modal run of a dialog. Tests replace it to stand in for a printer and a screen they don't
 // have and to answer the dialogs.
 class PrintEnvironment {

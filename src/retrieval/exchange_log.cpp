@@ -133,6 +133,7 @@ void ExchangeLog::ended(const ReceiveResult& result) {
         const std::string why = result.message.empty() ? "the line failed" : result.message;
         entry("end", "failed at " + step + ": " + why);
     }
+    out_.close();
 }
 
 void ExchangeLog::entry(std::string_view what, std::string_view text) {

@@ -38,6 +38,7 @@ class ExchangeLog {
     void sent(const std::vector<std::uint8_t>& bytes, bool ok);
     // A read that asked for count bytes: bytes empty (and ok) means they were not all there.
     void received(std::size_t count, const std::vector<std::uint8_t>& bytes, bool ok);
+    // The last entry: how the run ended. The file is closed after it.
     void ended(const ReceiveResult& result);
 
   private:

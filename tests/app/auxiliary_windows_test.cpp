@@ -1,6 +1,4 @@
 #include <gtest/gtest.h>
-#include <QCoreApplication>
-#include <QDir>
 #include <QLabel>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -35,13 +33,6 @@ TEST(GlossaryTest, FindsTheFileInTheFirstFolderThatHasItOrSaysWhereItLooked) {
     const QString text = missing.GlossaryText()->toPlainText();
     EXPECT_TRUE(text.contains(QStringLiteral("Glossary.rtf was not found")));
     EXPECT_TRUE(text.contains(empty.path()));
-}
-
-TEST(GlossaryTest, LooksBesideTheProgramAndInTheCurrentFolder) {
-    const QStringList folders = TGlossary::DefaultFolders();
-    ASSERT_GE(folders.size(), 3);
-    EXPECT_EQ(folders.front(), QCoreApplication::applicationDirPath());
-    EXPECT_EQ(folders.back(), QDir::currentPath());
 }
 
 TEST(AboutBoxTest, NamesProductAndVersion) {

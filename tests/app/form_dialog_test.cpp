@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <QLabel>
 #include <QPushButton>
+#include <QTest>
 
 #include "app/form_dialog.h"
 #include "modal_answerer.h"
@@ -80,6 +81,18 @@ TEST(FormDialogTest, ShowReturnsTheButtonPressed) {
     EXPECT_EQ(TFormDialog::Show("M", "two", MessageMode::Ok), Answer::Ok);
     EXPECT_EQ(answers.messages(), (QStringList{"Q1|", "Q2|", "Q3|", "M|two"}));
     EXPECT_EQ(answers.unexpected(), 0);
+
+    // The keys answer too, wherever the focus stands; a message has only its OK.
+    const std::tuple<MessageMode, Qt::Key, int> keys[] = {{ync, Qt::Key_Y, 6},
+                                                          {ync, Qt::Key_N, 7},
+                                                          {ync, Qt::Key_C, 2},
+                                                          {MessageMode::Ok, Qt::Key_N, 0}};
+    for (const auto& [mode, key, result] : keys) {
+        TFormDialog dialog("Q", {}, mode);
+        dialog.show();
+        QTest::keyClick(dialog.findChild<QPushButton*>(QStringLiteral("Button2")), key);
+        EXPECT_EQ(dialog.result(), result) << key;
+    }
 }
 
 }  // namespace

@@ -10,8 +10,10 @@
 #include <QMenuBar>
 #include <QPixmap>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QSet>
 #include <QStatusBar>
+#include <QTest>
 #include <QToolBar>
 #include <algorithm>
 
@@ -142,7 +144,7 @@ TEST_F(MainFormTest, OpensAHistoryItemAndReportsOneThatIsGone) {
     EXPECT_EQ(form.History().Entries(), (QStringList{present, gone}));
 }
 
-// The command line, a drop, the open dialog and a receive all stop at nine windows, each with
+// The command line, a drop, the open dialog and both receives stop at nine windows, each with
 // one "No more window." however many files it brings.
 TEST_F(MainFormTest, EveryWayInStopsAtNineWindowsWithOneMessage) {
     const QStringList files = samples(12);
@@ -165,10 +167,11 @@ TEST_F(MainFormTest, EveryWayInStopsAtNineWindowsWithOneMessage) {
 
     form.FileOpen1Execute();
     form.Action(QStringLiteral("FileReceive"))->trigger();
-    EXPECT_EQ(answers.messages(), QStringList(4, QStringLiteral("No more window.|")));
-    // The messages were all: no file dialog and no port dialog came up.
+    form.Action(QStringLiteral("FileOtherReceive"))->trigger();
+    EXPECT_EQ(answers.messages(), QStringList(5, QStringLiteral("No more window.|")));
+    // The messages were all: no file dialog and no port dialog came up, no receive started.
     EXPECT_TRUE(answers.otherWindows().isEmpty());
-    EXPECT_EQ(answers.unexpected(), 4);
+    EXPECT_EQ(answers.unexpected(), 5);
     EXPECT_FALSE(form.Receiving());
 }
 
@@ -337,13 +340,42 @@ TEST_F(MainFormTest, WindowArrangementTilesAndMinimises) {
 
 TEST_F(MainFormTest, HelpOpensTheVersionBoxAndTheGlossary) {
     TMainForm& form = start();
-    ModalAnswerer answers;
-    form.Action(QStringLiteral("HelpAbout1"))->trigger();
-    EXPECT_EQ(answers.otherWindows(), QStringList{"Version Information"});
-    form.Action(QStringLiteral("GlossaryG1"))->trigger();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    QTest::keyClick(&form, Qt::Key_F1);
     auto* glossary = form.findChild<QWidget*>(QStringLiteral("Glossary"));
     ASSERT_NE(glossary, nullptr);
     EXPECT_TRUE(glossary->isVisible());
+    ModalAnswerer answers;
+    form.findChild<QAction*>(QStringLiteral("HelpAboutItem"))->trigger();
+    EXPECT_EQ(answers.otherWindows(), QStringList{"Version Information"});
+}
+
+// Worked from the keyboard (Alt+E), the Edit menu still acts on the memo the user came from.
+TEST_F(MainFormTest, EditMenuFromTheKeyboardActsOnTheMemo) {
+    TMainForm& form = start({sample(QStringLiteral("5"))});
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    auto* memo = form.ActiveDocument()->findChild<QPlainTextEdit*>(QStringLiteral("MemoFile1"));
+    memo->setPlainText(QStringLiteral("cut me"));
+    memo->setFocus();
+    memo->selectAll();
+    QTest::keyClick(memo, Qt::Key_E, Qt::AltModifier);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_TRUE(form.Action(QStringLiteral("EditCut1"))->isEnabled());
+    QTest::keyClick(menu, Qt::Key_T);
+    EXPECT_EQ(memo->toPlainText(), QString());
+}
+
+// The frame starts inside the screen's free area and comes back where it was left, in the
+// settings it was given.
+TEST_F(MainFormTest, FrameStartsOnTheScreenAndComesBackWhereItWasLeft) {
+    const QRect area = start().screen()->availableGeometry();
+    EXPECT_TRUE(area.contains(form_->frameGeometry())) << area.width() << "x" << area.height();
+    const QRect left(area.topLeft() + QPoint(40, 30), QSize(500, 400));
+    form_->setGeometry(left);
+    EXPECT_TRUE(form_->close());
+    form_.reset();
+    EXPECT_EQ(start().geometry(), left);
 }
 
 // Display > Decay Times opens the table of the active document, in the window's pair mode,

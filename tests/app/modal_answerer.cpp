@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QPushButton>
+#include <algorithm>
 
 #include "app/form_dialog.h"
 
@@ -20,6 +21,14 @@ QPushButton* buttonCaptioned(QWidget* dialog, const QString& caption) {
         }
     }
     return nullptr;
+}
+
+bool coveredByAlwaysOnTop(const QWidget* message) {
+    const auto windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(), [message](const QWidget* window) {
+        return window != message && window->isVisible() &&
+               window->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+    });
 }
 
 }  // namespace
@@ -40,6 +49,11 @@ ModalAnswerer& ModalAnswerer::choose(const QString& path) {
     return *this;
 }
 
+ModalAnswerer& ModalAnswerer::onMessage(std::function<void(QWidget&)> look) {
+    onMessage_ = std::move(look);
+    return *this;
+}
+
 ModalAnswerer& ModalAnswerer::inspect(std::function<void(QWidget&)> look) {
     looks_.push_back(std::move(look));
     return *this;
@@ -53,6 +67,10 @@ void ModalAnswerer::poll() {
     if (auto* message = qobject_cast<TFormDialog*>(modal)) {
         messages_.append(fullText(message->Label1()) + QLatin1Char('|') +
                          fullText(message->Label2()));
+        covered_ += coveredByAlwaysOnTop(message) ? 1 : 0;
+        if (onMessage_) {
+            onMessage_(*message);
+        }
         QString caption = QStringLiteral("OK");
         if (!answers_.empty() && !answers_.front().file) {
             caption = answers_.front().value;

