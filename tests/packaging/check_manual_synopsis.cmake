@@ -1,6 +1,5 @@
 # A manual page's SYNOPSIS must name the commands and options that PROGRAM --help names, and
-# PROGRAM --version must print the project's VERSION. AHEAD (comma-separated) lists what the
-# manual may name before --help does.
+# PROGRAM --version must print the project's VERSION.
 execute_process(COMMAND ${PROGRAM} --help OUTPUT_VARIABLE help RESULT_VARIABLE help_status)
 execute_process(COMMAND ${PROGRAM} --version OUTPUT_VARIABLE version RESULT_VARIABLE status)
 string(STRIP "${version}" version)
@@ -20,15 +19,11 @@ function(named_in text out)
 endfunction()
 named_in("${help}" in_help)
 named_in("${synopsis}" in_manual)
-string(REPLACE "," ";" ahead "${AHEAD}")
 
 set(only_help ${in_help})
 list(REMOVE_ITEM only_help ${in_manual})
 set(only_manual ${in_manual})
 list(REMOVE_ITEM only_manual ${in_help})
-foreach(name IN LISTS ahead)
-  list(REMOVE_ITEM only_manual "${name}" "${NAME} ${name}")
-endforeach()
 if(only_help OR only_manual)
   message(FATAL_ERROR "${MANUAL}: SYNOPSIS lacks [${only_help}], names beyond --help [${only_manual}]")
 endif()
