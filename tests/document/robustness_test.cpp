@@ -34,8 +34,8 @@ std::vector<fs::path> filesIn(const fs::path& dir) {
 }
 
 // A huge line and overlong fields, too many channels and bands (capped), missing sections,
-// unknown names, NUL bytes, LF and lone CR endings: each loads, and its first save is already a fixed
-// point.
+// unknown names, NUL bytes, LF and lone CR endings: each loads, and its first save is already a
+// fixed point.
 TEST(DocumentRobustness, OddTextsRoundTripStably) {
     std::string channels = "L";
     std::string bands = "1";
