@@ -13,6 +13,7 @@
 #include <string>
 
 #include "document/document_file.h"
+#include "offscreen_main.h"
 #include "print/page_printer.h"
 #include "print/print_pages.h"
 #include "silent_dialogs.h"
@@ -86,18 +87,5 @@ BENCHMARK(BM_PrintPagesToPdf)->ArgName("sheet")->Arg(0)->Arg(1)->Unit(benchmark:
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    // The offscreen platform says at every shown window that it ignores size hints.
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
-        if (!text.contains(QLatin1String("propagateSizeHints"))) {
-            std::fprintf(stderr, "%s\n", qPrintable(text));
-        }
-    });
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return sonalyx::bench::RunOffscreenBenchmarks(argc, argv);
 }

@@ -15,6 +15,7 @@
 
 #include "document/document_file.h"
 #include "document/document_loader.h"
+#include "offscreen_main.h"
 #include "print/page_printer.h"
 #include "print/print_pages.h"
 #include "print/report_writer.h"
@@ -90,17 +91,5 @@ BENCHMARK(BM_PrintChartPage)->Unit(benchmark::kMillisecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
-        if (!text.contains(QLatin1String("propagateSizeHints"))) {
-            std::fprintf(stderr, "%s\n", qPrintable(text));
-        }
-    });
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return sonalyx::bench::RunOffscreenBenchmarks(argc, argv);
 }
