@@ -188,8 +188,13 @@ int reverbTypeFrom(const std::vector<std::string>& items) {
 
 class Loader {
   public:
+    // The line after "[DATE]" is the date whatever it reads like: a date that looks like a
+    // marker ("[DATA2A]") must not stand in for the block of that name, or the block moves at
+    // every save.
     Loader(MeasurementDocument& doc, const std::vector<std::string>& lines)
-        : doc_(doc), lines_(lines), index_(lines, 0, lines.size()) {}
+        : doc_(doc),
+          lines_(lines),
+          index_(lines, std::min<size_t>(2, lines.size()), lines.size()) {}
 
     // Fields separated by semicolons in rows the loader reads: those rows are not read.
     bool separatedBySemicolons() const { return semicolons_; }
